@@ -1,0 +1,61 @@
+# What every target of the project shares.
+
+# Warnings, high and as errors, on our own code alone.
+add_library(vorlink_warnings INTERFACE)
+if(MSVC)
+  target_compile_options(vorlink_warnings INTERFACE /W4 /WX /permissive- /utf-8)
+else()
+  # Not here: -Wnon-virtual-dtor. COM interfaces, and Vorlink itself, have no virtual destructor by contract.
+  target_compile_options(
+    vorlink_warnings
+    INTERFACE -Wall
+              -Wextra
+              -Wpedantic
+              -Werror
+              -Wconversion
+              -Wsign-conversion
+              -Wshadow
+              -Wold-style-cast
+              -Wcast-qual
+              -Wformat=2
+              -Wduplicated-cond
+              -Wlogical-op
+              -Wmissing-declarations
+              -Woverloaded-virtual
+              -Wno-restrict) # GCC 12 sees overlaps in std::string's operator+ that are not there
+endif()
+
+# Includes are written from the project's root: "interface/Vorlink.h".
+target_include_directories(vorlink_warnings INTERFACE ${PROJECT_SOURCE_DIR})
+if(WIN32)
+  target_compile_definitions(vorlink_warnings INTERFACE UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN
+                                                        _WIN32_WINNT=0x0A00)
+endif()
+
+# Exposes one folder of header-only library and nothing beside it: /usr/include itself belongs to the
+# build machine's own C library, which a cross compiler must not see.
+function(vorlink_header_only_library target folder header)
+  find_path(${target}_INCLUDE_DIR ${folder}/${header} REQUIRED NO_CMAKE_FIND_ROOT_PATH)
+  set(view ${CMAKE_BINARY_DIR}/headers/${target})
+  file(MAKE_DIRECTORY ${view})
+  file(CREATE_LINK ${${target}_INCLUDE_DIR}/${folder} ${view}/${folder} COPY_ON_ERROR SYMBOLIC)
+  add_library(${target} INTERFACE)
+  target_include_directories(${target} SYSTEM INTERFACE ${view})
+endfunction()
+
+# Makes an executable meet the simulated platform: its embedded manifest registers the class in
+# vorlink_simulator.dll, which lies beside it.
+function(vorlink_embed_simulator_manifest target)
+  if(MSVC)
+    target_sources(${target} PRIVATE ${PROJECT_SOURCE_DIR}/simulator/simulator.manifest)
+  else()
+    target_sources(${target} PRIVATE ${PROJECT_SOURCE_DIR}/simulator/manifest.rc)
+  endif()
+  add_dependencies(${target} vorlink_simulator)
+endfunction()
+
+# Small binaries: what nobody calls and what nobody debugs with stays out of a release.
+if(NOT MSVC)
+  add_compile_options($<$<CONFIG:Release>:-ffunction-sections> $<$<CONFIG:Release>:-fdata-sections>)
+  add_link_options($<$<CONFIG:Release>:-Wl,--gc-sections> $<$<CONFIG:Release>:-s>)
+endif()

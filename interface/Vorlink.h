@@ -1,0 +1,124 @@
+// Vorlink: finds, pairs and unpairs Bluetooth devices for a host application on Windows x86-64.
+//
+// The rules of the boundary:
+//
+// 1. Toolchain. Library and host are built with the same compiler and standard library, in the same
+//    version and mode: std::string and std::unique_ptr cross the boundary by value.
+// 2. Ownership. The host owns the object behind getVorlinkPtr. Releasing it frees its storage and runs no
+//    code of the library: nothing is stopped, nothing is waited for. Callbacks are plain functions that the
+//    host keeps callable until their last call; none is tested for null.
+// 3. State. All that outlives a call is the library's, not the object's: the log switch, the callbacks, the
+//    name being paired, the data store, the watchers. Objects made by several calls share it, and the host
+//    must not run operations concurrently. An object may be released while a pairing is pending. The library
+//    is best left loaded to the end of the process: a watcher that was started runs on, and an event on its
+//    way, or a pairing still pending, would meet code that is gone.
+// 4. Threads. An operation runs on the caller's thread. A callback comes on the thread that its operation
+//    says; it must not throw, and a slow one delays the library's next step.
+// 5. COM. The caller's thread need not have initialised COM: the library then joins the process's
+//    multithreaded apartment. A single-threaded apartment must pump messages, or a pairing begun there
+//    does not end; the report then comes on that thread.
+// 6. Blocking. PairedDevice blocks until the platform has reported a matching device or ended its
+//    enumeration, which takes up to 30 seconds on Windows and has no limit of the library's own.
+// 7. Errors. There are no error codes. A failing platform call in an operation, on the caller's thread,
+//    throws the platform's error (winrt::hresult_error); a failure to start a thread throws
+//    std::system_error. A host that does not know the first type catches with `catch (...)`. An error
+//    in UnpairedCurrent, or behind an operation that has already returned, ends the process through the
+//    platform's fail-fast.
+// 8. Files. The log ("log.log"), the data store ("MyLEData") and, for a moment, a listing ("ble.jpg") live in
+//    the process's current directory. Standard output gets the store's entries and the listing's lines.
+#ifndef VORLINK_H
+#define VORLINK_H
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+
+// The outcome of a pairing, handed to the host by value. Texts are UTF-8 and zero-filled to the end of their
+// field. A device name of 128 bytes or more runs on into `addressText`, up to the end of that field.
+struct PairReport
+{
+    std::uint64_t address; // the device's Bluetooth address; 0 when no device was found
+    std::uint8_t paired;   // 1 when the platform reported Paired, otherwise 0
+    char name[128];        // the name that the host asked for, of the latest call when several are pending
+    char addressText[256]; // the address in hexadecimal, without separators; empty when paired or not found
+};
+
+static_assert(sizeof(PairReport) == 400 && alignof(PairReport) == 8);
+static_assert(offsetof(PairReport, address) == 0);
+static_assert(offsetof(PairReport, paired) == 8);
+static_assert(offsetof(PairReport, name) == 9);
+static_assert(offsetof(PairReport, addressText) == 137);
+
+// Called once for each pairing that the platform answered by a status it documents, "operation already in
+// progress" excepted. On the thread that completed the pairing (see rule 5), or on the caller's thread before
+// the operation returns when nothing was found or the platform answered at once.
+using PairResultCallback = void (*)(PairReport report);
+
+// Called once with the success of an unpairing, and with 0. An LE endpoint that the data store does not know or
+// that is not there counts as a success.
+using UnpairResultCallback = void (*)(bool success, int reserved);
+
+// Called on the platform's event thread with a device's name in zero-terminated UTF-16, which is valid
+// during the call alone, and its length in UTF-16 code units.
+using IosDeviceCallback = void (*)(wchar_t const* name, std::uint32_t length);
+
+// The operations, in the order of their slots, which is the binary contract. No virtual destructor and no
+// data: see rule 2. Names are UTF-8.
+struct Vorlink
+{
+    // Loads the data store. True when the user's interface language is one that the library knows.
+    virtual bool Initialize() = 0;
+
+    // Empties the data store and the list of phones, in memory alone. Always true. Throws the platform's error.
+    virtual bool Uninitialize() = 0;
+
+    // Switches the log, which is off until then. Records already written stay.
+    virtual void SetLogEnabled(bool enabled) = 0;
+
+    // Finds a Bluetooth Classic device by name and pairs it, answering the platform's request itself. A name
+    // under 14 bytes must be equal, a longer one contained in the device's; names are compared in the
+    // process's OEM code page. Reports through `callback`.
+    virtual void PairedDevice(std::string name, PairResultCallback callback) = 0;
+
+    // Unpairs a device's Bluetooth Classic endpoint by name, as PairedDevice finds it but among all endpoints, and
+    // then its LE endpoint when the data store knows it. Returns within 3 seconds and a little; keep the object
+    // until `callback` has come, on a thread of the platform or of the library. A name that no Classic endpoint
+    // has is not reported, and neither is an error of the platform on the LE side, which is logged alone.
+    virtual void UnpairedCurrent(std::string name, UnpairResultCallback callback) = 0;
+
+    // Watches for phones, or, while it watches, stops. True when a watcher was started.
+    virtual bool StartIosWatcher(IosDeviceCallback callback) = 0;
+
+    // Pairs a device that the watcher has seen, by its exact name. Reports as PairedDevice does.
+    virtual void IosPairedDevicce(std::string name, PairResultCallback callback) = 0;
+};
+
+#ifndef _WIN32
+#define VORLINK_API
+#elif defined(VORLINK_BUILD)
+#define VORLINK_API __declspec(dllexport)
+#else
+#define VORLINK_API __declspec(dllimport)
+#endif
+
+// C linkage is for the plain name alone: both sides are C++.
+#if defined(_MSC_VER)
+#pragma warning(push)
+#pragma warning(disable : 4190)
+#elif defined(__clang__)
+#pragma clang diagnostic push
+#pragma clang diagnostic ignored "-Wreturn-type-c-linkage"
+#endif
+
+// The library's one export. Makes a new, independent object at each call, without any other effect.
+// Throws std::bad_alloc.
+extern "C" VORLINK_API std::unique_ptr<Vorlink> getVorlinkPtr();
+
+#if defined(_MSC_VER)
+#pragma warning(pop)
+#elif defined(__clang__)
+#pragma clang diagnostic pop
+#endif
+
+#endif

@@ -1,0 +1,52 @@
+#include "pairing/DetachedThread.h"
+#include "pairing/DiscoveryQueue.h"
+#include "pairing/DiscoveryTimer.h"
+#include "pairing/LibraryState.h"
+#include "pairing/Selector.h"
+#include "pairing/SubVorlink.h"
+
+#include <windows.h>
+
+#include <ctime>
+
+namespace vorlink
+{
+    using winrt::Windows::Foundation::Collections::IIterable;
+
+    void DiscoveryTimer()
+    {
+        std::clock_t const start = std::clock(); // milliseconds of wall clock on Windows
+        while ((std::clock() - start) / 1000.0 < 3.0)
+        {
+            Sleep(1);
+        }
+        FinishDiscovery();
+    }
+
+    void SubVorlink::StartDiscovery(bool le, bool allEndpoints)
+    {
+        auto& library = Library();
+        // Held to the end: handlers of events that come meanwhile wait for it.
+        std::lock_guard const lock(library.enumerationMutex);
+        library.enumerationCancelled = false;
+
+        IIterable<winrt::hstring> properties{nullptr};
+        if (allEndpoints)
+        {
+            properties = winrt::single_threaded_vector<winrt::hstring>(
+                {L"System.Devices.Aep.DeviceAddress", L"System.Devices.Aep.IsConnected"});
+        }
+        // The previous run's watcher is let go, not stopped.
+        discoveryWatcher = enumeration::DeviceInformation::CreateWatcher(
+            Selector(le, allEndpoints), properties, enumeration::DeviceInformationKind::AssociationEndpoint);
+        library.enumerationAdded = discoveryWatcher.Added(winrt::auto_revoke, OnDiscoveryAdded);
+        library.enumerationUpdated = discoveryWatcher.Updated(winrt::auto_revoke, OnDiscoveryUpdated);
+        library.enumerationCompleted = discoveryWatcher.EnumerationCompleted(winrt::auto_revoke, OnDiscoveryCompleted);
+        library.enumerationFinished = false;
+        discoveryWatcher.Start();
+        if (allEndpoints)
+        {
+            StartDetached(DiscoveryTimer);
+        }
+    }
+} // namespace vorlink

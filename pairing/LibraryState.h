@@ -1,0 +1,59 @@
+// All that outlives a call and belongs to no object.
+#pragma once
+
+#include "interface/Vorlink.h"
+
+#include "pairing/Enumeration.h"
+#include "pairing/LeData.h"
+
+#include <atomic>
+#include <condition_variable>
+#include <deque>
+#include <mutex>
+#include <string>
+
+namespace vorlink
+{
+    // Created when the library is loaded, destroyed in reverse order when it is unloaded.
+    //
+    // Lock order: completionMutex may be held while enumerationMutex is taken, never the reverse. What no
+    // lock guards is the host's to keep apart: it must not run operations concurrently.
+    struct LibraryState
+    {
+        bool logEnabled = false;
+        IosDeviceCallback iosDeviceCallback = nullptr;
+
+        // Read by a pairing when its outcome arrives, not when it starts: the latest call's are reported.
+        PairResultCallback pairResultCallback = nullptr;
+        std::string destDeviceName;
+
+        // Never emptied between runs: what an earlier run left is taken first.
+        std::deque<enumeration::DeviceInformation> deviceQueue;
+        std::atomic<bool> enumerationFinished = false; // StartDiscovery clears it without the lock
+        bool enumerationCancelled = false;             // cleared by each run; nothing sets it
+
+        LeData leDataMap; // the LE address piece of each paired device, by the device's name
+
+        std::mutex completionMutex; // guards deviceQueue and, but for that, enumerationFinished
+        std::condition_variable completionSignal;
+        std::mutex enumerationMutex; // guards enumerationCancelled and serialises the starts of runs
+
+        // Every endpoint that the phone watcher has seen. Nothing fills it yet.
+        winrt::Windows::Foundation::Collections::IVector<enumeration::DeviceInformation> IosDeviceList =
+            winrt::single_threaded_vector<enumeration::DeviceInformation>();
+
+        // The latest run's registrations. Nothing fills enumerationWatcher or registers for Stopped: a run's
+        // watcher is its object's discoveryWatcher, which nobody stops.
+        enumeration::DeviceWatcher enumerationWatcher{nullptr};
+        enumeration::DeviceWatcher::Added_revoker enumerationAdded;
+        enumeration::DeviceWatcher::Updated_revoker enumerationUpdated;
+        enumeration::DeviceWatcher::EnumerationCompleted_revoker enumerationCompleted;
+        enumeration::DeviceWatcher::Stopped_revoker enumerationStopped;
+    };
+
+    LibraryState& Library() noexcept;
+
+    // From now on the state is not destroyed: at the end of a process the other threads are gone, some of
+    // them with a lock in hand, and the platform's own modules may be gone too.
+    void KeepLibraryState() noexcept;
+} // namespace vorlink

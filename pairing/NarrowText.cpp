@@ -1,0 +1,16 @@
+#include "pairing/NarrowText.h"
+
+#include <windows.h>
+
+namespace vorlink
+{
+    std::string NarrowText(std::wstring_view text, CodePage codePage)
+    {
+        auto const page = static_cast<UINT>(codePage);
+        auto const length = static_cast<int>(text.size());
+        int const size = WideCharToMultiByte(page, 0, text.data(), length, nullptr, 0, nullptr, nullptr);
+        std::string narrow(static_cast<std::size_t>(size), '\0');
+        WideCharToMultiByte(page, 0, text.data(), length, narrow.data(), size, nullptr, nullptr);
+        return narrow;
+    }
+} // namespace vorlink

@@ -1,0 +1,186 @@
+// The Windows Runtime's binary interface, hand-written: what every type of it stands on.
+//
+// Each interface carries its identifier as `iid`; a parameterised one gets its identifier by a
+// specialisation of `iid_of`. The order of the virtual functions is the order of the vtable slots:
+// never reorder, never insert. tests/unit/abi_*.cpp pin identifiers, slots and values.
+#pragma once
+
+#include <windows.h>
+
+#include <activation.h>
+#include <eventtoken.h>
+#include <hstring.h>
+#include <inspectable.h>
+
+namespace platform
+{
+    template <typename T>
+    inline constexpr GUID iid_of = T::iid;
+
+    template <>
+    inline constexpr GUID iid_of<::IUnknown>{
+        0x00000000, 0x0000, 0x0000, {0xC0, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x46}};
+    template <>
+    inline constexpr GUID iid_of<::IInspectable>{
+        0xAF86E2E0, 0xB12D, 0x4C6A, {0x9C, 0x5A, 0xD7, 0xAA, 0x65, 0x10, 0x1E, 0x90}};
+    template <>
+    inline constexpr GUID iid_of<::IActivationFactory>{
+        0x00000035, 0x0000, 0x0000, {0xC0, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x46}};
+    template <>
+    inline constexpr GUID iid_of<::IMarshal>{
+        0x00000003, 0x0000, 0x0000, {0xC0, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x46}};
+
+    // A marker: the object may be called from any thread.
+    struct IAgileObject : ::IUnknown
+    {
+        static constexpr GUID iid{0x94EA2B94, 0xE9CC, 0x49E0, {0xC0, 0xFF, 0xEE, 0x64, 0xCA, 0x8F, 0x5B, 0x90}};
+    };
+
+    struct IWeakReference : ::IUnknown
+    {
+        static constexpr GUID iid{0x00000037, 0x0000, 0x0000, {0xC0, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x46}};
+        virtual HRESULT STDMETHODCALLTYPE Resolve(GUID const& id, void** object) = 0;
+    };
+
+    struct IWeakReferenceSource : ::IUnknown
+    {
+        static constexpr GUID iid{0x00000038, 0x0000, 0x0000, {0xC0, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x46}};
+        virtual HRESULT STDMETHODCALLTYPE GetWeakReference(IWeakReference** reference) = 0;
+    };
+
+    struct IContextCallback : ::IUnknown
+    {
+        static constexpr GUID iid{0x000001DA, 0x0000, 0x0000, {0xC0, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x46}};
+        struct CallData
+        {
+            DWORD dispatchId;
+            DWORD reserved;
+            void* data;
+        };
+        virtual HRESULT STDMETHODCALLTYPE ContextCallback(HRESULT(STDMETHODCALLTYPE* callback)(CallData*),
+                                                          CallData* data, GUID const& id, int method,
+                                                          ::IUnknown* unknown) = 0;
+    };
+
+    enum class AsyncStatus : INT32
+    {
+        Started = 0,
+        Completed = 1,
+        Canceled = 2,
+        Error = 3,
+    };
+
+    struct IAsyncInfo : ::IInspectable
+    {
+        static constexpr GUID iid{0x00000036, 0x0000, 0x0000, {0xC0, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x46}};
+        virtual HRESULT STDMETHODCALLTYPE get_Id(UINT32* id) = 0;
+        virtual HRESULT STDMETHODCALLTYPE get_Status(AsyncStatus* status) = 0;
+        virtual HRESULT STDMETHODCALLTYPE get_ErrorCode(HRESULT* code) = 0;
+        virtual HRESULT STDMETHODCALLTYPE Cancel() = 0;
+        virtual HRESULT STDMETHODCALLTYPE Close() = 0;
+    };
+
+    template <typename T>
+    struct IAsyncOperation;
+
+    // T and the other parameters below are the types as they cross the boundary: HSTRING, or a
+    // pointer to the default interface of a runtime class.
+    template <typename T>
+    struct AsyncOperationCompletedHandler : ::IUnknown
+    {
+        virtual HRESULT STDMETHODCALLTYPE Invoke(IAsyncOperation<T>* operation, AsyncStatus status) = 0;
+    };
+
+    template <typename T>
+    struct IAsyncOperation : ::IInspectable
+    {
+        virtual HRESULT STDMETHODCALLTYPE put_Completed(AsyncOperationCompletedHandler<T>* handler) = 0;
+        virtual HRESULT STDMETHODCALLTYPE get_Completed(AsyncOperationCompletedHandler<T>** handler) = 0;
+        virtual HRESULT STDMETHODCALLTYPE GetResults(T* results) = 0;
+    };
+
+    template <typename Sender, typename Args>
+    struct TypedEventHandler : ::IUnknown
+    {
+        virtual HRESULT STDMETHODCALLTYPE Invoke(Sender sender, Args args) = 0;
+    };
+
+    struct IClosable : ::IInspectable
+    {
+        static constexpr GUID iid{0x30D5A829, 0x7FA4, 0x4026, {0x83, 0xBB, 0xD7, 0x5B, 0xAE, 0x4E, 0xA9, 0x9E}};
+        virtual HRESULT STDMETHODCALLTYPE Close() = 0;
+    };
+
+    struct IDeferral : ::IInspectable
+    {
+        static constexpr GUID iid{0xD6269732, 0x3B7F, 0x46A7, {0xB4, 0x0B, 0x4F, 0xDC, 0xA2, 0xA2, 0xC6, 0x93}};
+        virtual HRESULT STDMETHODCALLTYPE Complete() = 0;
+    };
+
+    enum class PropertyType : INT32
+    {
+        Empty = 0,
+        UInt8 = 1,
+        Int16 = 2,
+        UInt16 = 3,
+        Int32 = 4,
+        UInt32 = 5,
+        Int64 = 6,
+        UInt64 = 7,
+        Single = 8,
+        Double = 9,
+        Char16 = 10,
+        Boolean = 11,
+        String = 12,
+        Inspectable = 13,
+        DateTime = 14,
+        TimeSpan = 15,
+        Guid = 16,
+    };
+
+    // A boxed value. The scalar getters that a device property needs are declared by their own types;
+    // the others keep their slots with untyped results.
+    struct IPropertyValue : ::IInspectable
+    {
+        static constexpr GUID iid{0x4BD682DD, 0x7554, 0x40E9, {0x9A, 0x9B, 0x82, 0x65, 0x4E, 0xDE, 0x7E, 0x62}};
+        virtual HRESULT STDMETHODCALLTYPE get_Type(PropertyType* value) = 0;
+        virtual HRESULT STDMETHODCALLTYPE get_IsNumericScalar(boolean* value) = 0;
+        virtual HRESULT STDMETHODCALLTYPE GetUInt8(UINT8* value) = 0;
+        virtual HRESULT STDMETHODCALLTYPE GetInt16(INT16* value) = 0;
+        virtual HRESULT STDMETHODCALLTYPE GetUInt16(UINT16* value) = 0;
+        virtual HRESULT STDMETHODCALLTYPE GetInt32(INT32* value) = 0;
+        virtual HRESULT STDMETHODCALLTYPE GetUInt32(UINT32* value) = 0;
+        virtual HRESULT STDMETHODCALLTYPE GetInt64(INT64* value) = 0;
+        virtual HRESULT STDMETHODCALLTYPE GetUInt64(UINT64* value) = 0;
+        virtual HRESULT STDMETHODCALLTYPE GetSingle(FLOAT* value) = 0;
+        virtual HRESULT STDMETHODCALLTYPE GetDouble(DOUBLE* value) = 0;
+        virtual HRESULT STDMETHODCALLTYPE GetChar16(WCHAR* value) = 0;
+        virtual HRESULT STDMETHODCALLTYPE GetBoolean(boolean* value) = 0;
+        virtual HRESULT STDMETHODCALLTYPE GetString(HSTRING* value) = 0;
+        virtual HRESULT STDMETHODCALLTYPE GetGuid(GUID* value) = 0;
+        virtual HRESULT STDMETHODCALLTYPE GetDateTime(void* value) = 0;
+        virtual HRESULT STDMETHODCALLTYPE GetTimeSpan(void* value) = 0;
+        virtual HRESULT STDMETHODCALLTYPE GetPoint(void* value) = 0;
+        virtual HRESULT STDMETHODCALLTYPE GetSize(void* value) = 0;
+        virtual HRESULT STDMETHODCALLTYPE GetRect(void* value) = 0;
+        virtual HRESULT STDMETHODCALLTYPE GetUInt8Array(UINT32* size, UINT8** value) = 0;
+        virtual HRESULT STDMETHODCALLTYPE GetInt16Array(UINT32* size, INT16** value) = 0;
+        virtual HRESULT STDMETHODCALLTYPE GetUInt16Array(UINT32* size, UINT16** value) = 0;
+        virtual HRESULT STDMETHODCALLTYPE GetInt32Array(UINT32* size, INT32** value) = 0;
+        virtual HRESULT STDMETHODCALLTYPE GetUInt32Array(UINT32* size, UINT32** value) = 0;
+        virtual HRESULT STDMETHODCALLTYPE GetInt64Array(UINT32* size, INT64** value) = 0;
+        virtual HRESULT STDMETHODCALLTYPE GetUInt64Array(UINT32* size, UINT64** value) = 0;
+        virtual HRESULT STDMETHODCALLTYPE GetSingleArray(UINT32* size, FLOAT** value) = 0;
+        virtual HRESULT STDMETHODCALLTYPE GetDoubleArray(UINT32* size, DOUBLE** value) = 0;
+        virtual HRESULT STDMETHODCALLTYPE GetChar16Array(UINT32* size, WCHAR** value) = 0;
+        virtual HRESULT STDMETHODCALLTYPE GetBooleanArray(UINT32* size, boolean** value) = 0;
+        virtual HRESULT STDMETHODCALLTYPE GetStringArray(UINT32* size, HSTRING** value) = 0;
+        virtual HRESULT STDMETHODCALLTYPE GetInspectableArray(UINT32* size, ::IInspectable*** value) = 0;
+        virtual HRESULT STDMETHODCALLTYPE GetGuidArray(UINT32* size, GUID** value) = 0;
+        virtual HRESULT STDMETHODCALLTYPE GetDateTimeArray(UINT32* size, void** value) = 0;
+        virtual HRESULT STDMETHODCALLTYPE GetTimeSpanArray(UINT32* size, void** value) = 0;
+        virtual HRESULT STDMETHODCALLTYPE GetPointArray(UINT32* size, void** value) = 0;
+        virtual HRESULT STDMETHODCALLTYPE GetSizeArray(UINT32* size, void** value) = 0;
+        virtual HRESULT STDMETHODCALLTYPE GetRectArray(UINT32* size, void** value) = 0;
+    };
+} // namespace platform

@@ -1,0 +1,393 @@
+#pragma once
+
+#include "Windows.Foundation.Collections.h"
+#include "Windows.Foundation.h"
+
+#include "platform/abi/enumeration.h"
+
+namespace winrt::Windows::Devices::Enumeration
+{
+    enum class DeviceInformationKind : std::int32_t
+    {
+        Unknown = 0,
+        DeviceInterface = 1,
+        DeviceContainer = 2,
+        Device = 3,
+        DeviceInterfaceClass = 4,
+        AssociationEndpoint = 5,
+        AssociationEndpointContainer = 6,
+        AssociationEndpointService = 7,
+        DevicePanel = 8,
+        AssociationEndpointProtocol = 9,
+    };
+
+    enum class DevicePairingKinds : std::uint32_t
+    {
+        None = 0,
+        ConfirmOnly = 1,
+        DisplayPin = 2,
+        ProvidePin = 4,
+        ConfirmPinMatch = 8,
+        ProvidePasswordCredential = 16,
+        ProvideAddress = 32,
+    };
+
+    enum class DevicePairingProtectionLevel : std::int32_t
+    {
+        Default = 0,
+        None = 1,
+        Encryption = 2,
+        EncryptionAndAuthentication = 3,
+    };
+
+    enum class DevicePairingResultStatus : std::int32_t
+    {
+        Paired = 0,
+        NotReadyToPair = 1,
+        NotPaired = 2,
+        AlreadyPaired = 3,
+        ConnectionRejected = 4,
+        TooManyConnections = 5,
+        HardwareFailure = 6,
+        AuthenticationTimeout = 7,
+        AuthenticationNotAllowed = 8,
+        AuthenticationFailure = 9,
+        NoSupportedProfiles = 10,
+        ProtectionLevelCouldNotBeMet = 11,
+        AccessDenied = 12,
+        InvalidCeremonyData = 13,
+        PairingCanceled = 14,
+        OperationAlreadyInProgress = 15,
+        RequiredHandlerNotRegistered = 16,
+        RejectedByHandler = 17,
+        RemoteDeviceHasAssociation = 18,
+        Failed = 19,
+    };
+
+    enum class DeviceUnpairingResultStatus : std::int32_t
+    {
+        Unpaired = 0,
+        AlreadyUnpaired = 1,
+        OperationAlreadyInProgress = 2,
+        AccessDenied = 3,
+        Failed = 4,
+    };
+
+    // The default interfaces of the classes below; the platform's objects are referred to through them.
+    struct DeviceInformationUpdate : Foundation::IInspectable
+    {
+        using IInspectable::IInspectable;
+        DeviceInformationUpdate() = delete;
+
+        [[nodiscard]] hstring Id() const;
+    };
+
+    struct DevicePairingResult : Foundation::IInspectable
+    {
+        using IInspectable::IInspectable;
+        DevicePairingResult() = delete;
+
+        [[nodiscard]] DevicePairingResultStatus Status() const;
+    };
+
+    struct DeviceUnpairingResult : Foundation::IInspectable
+    {
+        using IInspectable::IInspectable;
+        DeviceUnpairingResult() = delete;
+
+        [[nodiscard]] DeviceUnpairingResultStatus Status() const;
+    };
+
+    struct DevicePairingRequestedEventArgs : Foundation::IInspectable
+    {
+        using IInspectable::IInspectable;
+        DevicePairingRequestedEventArgs() = delete;
+
+        [[nodiscard]] DevicePairingKinds PairingKind() const;
+        void Accept() const;
+    };
+
+    struct DeviceInformationCustomPairing : Foundation::IInspectable
+    {
+        using IInspectable::IInspectable;
+        DeviceInformationCustomPairing() = delete;
+        using PairingRequestedHandler =
+            Foundation::TypedEventHandler<DeviceInformationCustomPairing, DevicePairingRequestedEventArgs>;
+
+        Foundation::IAsyncOperation<DevicePairingResult> PairAsync(
+            DevicePairingKinds const& pairingKindsSupported,
+            DevicePairingProtectionLevel const& minProtectionLevel) const;
+        event_token PairingRequested(PairingRequestedHandler const& handler) const;
+        void PairingRequested(event_token const& token) const noexcept;
+    };
+
+    struct IDeviceInformationPairing2 : Foundation::IInspectable
+    {
+        using IInspectable::IInspectable;
+    };
+
+    struct DeviceInformationPairing : Foundation::IInspectable
+    {
+        using IInspectable::IInspectable;
+        DeviceInformationPairing() = delete;
+
+        [[nodiscard]] bool IsPaired() const;
+        [[nodiscard]] bool CanPair() const;
+        [[nodiscard]] DeviceInformationCustomPairing Custom() const;
+        Foundation::IAsyncOperation<DeviceUnpairingResult> UnpairAsync() const;
+    };
+
+    struct DeviceWatcher;
+
+    struct IDeviceInformation2 : Foundation::IInspectable
+    {
+        using IInspectable::IInspectable;
+    };
+
+    struct DeviceInformation : Foundation::IInspectable
+    {
+        using IInspectable::IInspectable;
+        DeviceInformation() = delete;
+
+        static DeviceWatcher CreateWatcher(param::hstring const& aqsFilter,
+                                           Foundation::Collections::IIterable<hstring> const& additionalProperties,
+                                           DeviceInformationKind const& kind);
+        [[nodiscard]] hstring Id() const;
+        [[nodiscard]] hstring Name() const;
+        [[nodiscard]] DeviceInformationPairing Pairing() const;
+        void Update(DeviceInformationUpdate const& updateInfo) const;
+    };
+
+    struct DeviceWatcher : Foundation::IInspectable
+    {
+        using IInspectable::IInspectable;
+        DeviceWatcher() = delete;
+        using AddedHandler = Foundation::TypedEventHandler<DeviceWatcher, DeviceInformation>;
+        using UpdateHandler = Foundation::TypedEventHandler<DeviceWatcher, DeviceInformationUpdate>;
+        using WatcherHandler = Foundation::TypedEventHandler<DeviceWatcher, Foundation::IInspectable>;
+
+        using Added_revoker = impl::event_revoker<DeviceWatcher, &platform::IDeviceWatcher::remove_Added>;
+        using Updated_revoker = impl::event_revoker<DeviceWatcher, &platform::IDeviceWatcher::remove_Updated>;
+        using EnumerationCompleted_revoker =
+            impl::event_revoker<DeviceWatcher, &platform::IDeviceWatcher::remove_EnumerationCompleted>;
+        using Stopped_revoker = impl::event_revoker<DeviceWatcher, &platform::IDeviceWatcher::remove_Stopped>;
+
+        [[nodiscard]] Added_revoker Added(auto_revoke_t, AddedHandler const& handler) const;
+        [[nodiscard]] Updated_revoker Updated(auto_revoke_t, UpdateHandler const& handler) const;
+        [[nodiscard]] EnumerationCompleted_revoker EnumerationCompleted(auto_revoke_t,
+                                                                        WatcherHandler const& handler) const;
+        void Start() const;
+        void Stop() const;
+    };
+} // namespace winrt::Windows::Devices::Enumeration
+
+namespace winrt::impl
+{
+    template <>
+    struct abi<Windows::Devices::Enumeration::DeviceInformationUpdate>
+    {
+        using type = platform::IDeviceInformationUpdate;
+    };
+    template <>
+    struct abi<Windows::Devices::Enumeration::DevicePairingResult>
+    {
+        using type = platform::IDevicePairingResult;
+    };
+    template <>
+    struct abi<Windows::Devices::Enumeration::DeviceUnpairingResult>
+    {
+        using type = platform::IDeviceUnpairingResult;
+    };
+    template <>
+    struct abi<Windows::Devices::Enumeration::DevicePairingRequestedEventArgs>
+    {
+        using type = platform::IDevicePairingRequestedEventArgs;
+    };
+    template <>
+    struct abi<Windows::Devices::Enumeration::DeviceInformationCustomPairing>
+    {
+        using type = platform::IDeviceInformationCustomPairing;
+    };
+    template <>
+    struct abi<Windows::Devices::Enumeration::DeviceInformationPairing>
+    {
+        using type = platform::IDeviceInformationPairing;
+    };
+    template <>
+    struct abi<Windows::Devices::Enumeration::IDeviceInformationPairing2>
+    {
+        using type = platform::IDeviceInformationPairing2;
+    };
+    template <>
+    struct abi<Windows::Devices::Enumeration::DeviceInformation>
+    {
+        using type = platform::IDeviceInformation;
+    };
+    template <>
+    struct abi<Windows::Devices::Enumeration::IDeviceInformation2>
+    {
+        using type = platform::IDeviceInformation2;
+    };
+    template <>
+    struct abi<Windows::Devices::Enumeration::DeviceWatcher>
+    {
+        using type = platform::IDeviceWatcher;
+    };
+} // namespace winrt::impl
+
+namespace winrt::Windows::Devices::Enumeration
+{
+    inline hstring DeviceInformationUpdate::Id() const
+    {
+        hstring value;
+        check_hresult(impl::interface_of(*this)->get_Id(impl::out(value)));
+        return value;
+    }
+
+    inline DevicePairingResultStatus DevicePairingResult::Status() const
+    {
+        platform::DevicePairingResultStatus value{};
+        check_hresult(impl::interface_of(*this)->get_Status(&value));
+        return static_cast<DevicePairingResultStatus>(value);
+    }
+
+    inline DeviceUnpairingResultStatus DeviceUnpairingResult::Status() const
+    {
+        platform::DeviceUnpairingResultStatus value{};
+        check_hresult(impl::interface_of(*this)->get_Status(&value));
+        return static_cast<DeviceUnpairingResultStatus>(value);
+    }
+
+    inline DevicePairingKinds DevicePairingRequestedEventArgs::PairingKind() const
+    {
+        platform::DevicePairingKinds value{};
+        check_hresult(impl::interface_of(*this)->get_PairingKind(&value));
+        return static_cast<DevicePairingKinds>(value);
+    }
+
+    inline void DevicePairingRequestedEventArgs::Accept() const
+    {
+        check_hresult(impl::interface_of(*this)->Accept());
+    }
+
+    inline Foundation::IAsyncOperation<DevicePairingResult> DeviceInformationCustomPairing::PairAsync(
+        DevicePairingKinds const& pairingKindsSupported, DevicePairingProtectionLevel const& minProtectionLevel) const
+    {
+        Foundation::IAsyncOperation<DevicePairingResult> operation{nullptr};
+        check_hresult(impl::interface_of(*this)->PairWithProtectionLevelAsync(
+            static_cast<platform::DevicePairingKinds>(pairingKindsSupported),
+            static_cast<platform::DevicePairingProtectionLevel>(minProtectionLevel), impl::out(operation)));
+        return operation;
+    }
+
+    inline event_token DeviceInformationCustomPairing::PairingRequested(PairingRequestedHandler const& handler) const
+    {
+        EventRegistrationToken token{};
+        check_hresult(impl::interface_of(*this)->add_PairingRequested(impl::interface_of(handler), &token));
+        return {token.value};
+    }
+
+    inline void DeviceInformationCustomPairing::PairingRequested(event_token const& token) const noexcept
+    {
+        impl::interface_of(*this)->remove_PairingRequested(EventRegistrationToken{token.value});
+    }
+
+    inline bool DeviceInformationPairing::IsPaired() const
+    {
+        boolean value{};
+        check_hresult(impl::interface_of(*this)->get_IsPaired(&value));
+        return value;
+    }
+
+    inline bool DeviceInformationPairing::CanPair() const
+    {
+        boolean value{};
+        check_hresult(impl::interface_of(*this)->get_CanPair(&value));
+        return value;
+    }
+
+    inline DeviceInformationCustomPairing DeviceInformationPairing::Custom() const
+    {
+        DeviceInformationCustomPairing value{nullptr};
+        check_hresult(impl::interface_of(as<IDeviceInformationPairing2>())->get_Custom(impl::out(value)));
+        return value;
+    }
+
+    inline Foundation::IAsyncOperation<DeviceUnpairingResult> DeviceInformationPairing::UnpairAsync() const
+    {
+        Foundation::IAsyncOperation<DeviceUnpairingResult> operation{nullptr};
+        check_hresult(impl::interface_of(as<IDeviceInformationPairing2>())->UnpairAsync(impl::out(operation)));
+        return operation;
+    }
+
+    inline DeviceWatcher DeviceInformation::CreateWatcher(
+        param::hstring const& aqsFilter, Foundation::Collections::IIterable<hstring> const& additionalProperties,
+        DeviceInformationKind const& kind)
+    {
+        auto const statics = impl::get_activation_factory<platform::IDeviceInformationStatics2>(
+            L"Windows.Devices.Enumeration.DeviceInformation");
+        DeviceWatcher watcher{nullptr};
+        check_hresult(statics->CreateWatcherWithKindAqsFilterAndAdditionalProperties(
+            static_cast<HSTRING>(get_abi(aqsFilter)), impl::interface_of(additionalProperties),
+            static_cast<platform::DeviceInformationKind>(kind), impl::out(watcher)));
+        return watcher;
+    }
+
+    inline hstring DeviceInformation::Id() const
+    {
+        hstring value;
+        check_hresult(impl::interface_of(*this)->get_Id(impl::out(value)));
+        return value;
+    }
+
+    inline hstring DeviceInformation::Name() const
+    {
+        hstring value;
+        check_hresult(impl::interface_of(*this)->get_Name(impl::out(value)));
+        return value;
+    }
+
+    inline DeviceInformationPairing DeviceInformation::Pairing() const
+    {
+        DeviceInformationPairing value{nullptr};
+        check_hresult(impl::interface_of(as<IDeviceInformation2>())->get_Pairing(impl::out(value)));
+        return value;
+    }
+
+    inline void DeviceInformation::Update(DeviceInformationUpdate const& updateInfo) const
+    {
+        check_hresult(impl::interface_of(*this)->Update(impl::interface_of(updateInfo)));
+    }
+
+    inline DeviceWatcher::Added_revoker DeviceWatcher::Added(auto_revoke_t, AddedHandler const& handler) const
+    {
+        EventRegistrationToken token{};
+        check_hresult(impl::interface_of(*this)->add_Added(impl::interface_of(handler), &token));
+        return {*this, event_token{token.value}};
+    }
+
+    inline DeviceWatcher::Updated_revoker DeviceWatcher::Updated(auto_revoke_t, UpdateHandler const& handler) const
+    {
+        EventRegistrationToken token{};
+        check_hresult(impl::interface_of(*this)->add_Updated(impl::interface_of(handler), &token));
+        return {*this, event_token{token.value}};
+    }
+
+    inline DeviceWatcher::EnumerationCompleted_revoker DeviceWatcher::EnumerationCompleted(
+        auto_revoke_t, WatcherHandler const& handler) const
+    {
+        EventRegistrationToken token{};
+        check_hresult(impl::interface_of(*this)->add_EnumerationCompleted(impl::interface_of(handler), &token));
+        return {*this, event_token{token.value}};
+    }
+
+    inline void DeviceWatcher::Start() const
+    {
+        check_hresult(impl::interface_of(*this)->Start());
+    }
+
+    inline void DeviceWatcher::Stop() const
+    {
+        check_hresult(impl::interface_of(*this)->Stop());
+    }
+} // namespace winrt::Windows::Devices::Enumeration

@@ -1,0 +1,129 @@
+#pragma once
+
+#include "base.h"
+
+#include <concepts>
+#include <utility>
+
+namespace winrt::Windows::Foundation
+{
+    enum class AsyncStatus : std::int32_t
+    {
+        Started = 0,
+        Completed = 1,
+        Canceled = 2,
+        Error = 3,
+    };
+
+    template <typename TResult>
+    struct AsyncOperationCompletedHandler;
+
+    template <typename TSender, typename TArgs>
+    struct TypedEventHandler;
+
+    struct IAsyncInfo : IInspectable
+    {
+        using IInspectable::IInspectable;
+    };
+
+    template <typename TResult>
+    struct IAsyncOperation : IInspectable
+    {
+        using IInspectable::IInspectable;
+
+        AsyncStatus Status() const;
+        void Completed(AsyncOperationCompletedHandler<TResult> const& handler) const;
+        TResult GetResults() const;
+    };
+} // namespace winrt::Windows::Foundation
+
+namespace winrt::impl
+{
+    template <>
+    struct abi<Windows::Foundation::IAsyncInfo>
+    {
+        using type = platform::IAsyncInfo;
+    };
+
+    template <typename TResult>
+    struct abi<Windows::Foundation::IAsyncOperation<TResult>>
+    {
+        using type = platform::IAsyncOperation<argument_t<TResult>>;
+    };
+
+    template <typename TResult>
+    struct abi<Windows::Foundation::AsyncOperationCompletedHandler<TResult>>
+    {
+        using type = platform::AsyncOperationCompletedHandler<argument_t<TResult>>;
+    };
+
+    template <typename TSender, typename TArgs>
+    struct abi<Windows::Foundation::TypedEventHandler<TSender, TArgs>>
+    {
+        using type = platform::TypedEventHandler<argument_t<TSender>, argument_t<TArgs>>;
+    };
+
+    template <>
+    struct argument<Windows::Foundation::AsyncStatus>
+    {
+        using type = platform::AsyncStatus;
+    };
+} // namespace winrt::impl
+
+namespace winrt::Windows::Foundation
+{
+    template <typename TResult>
+    struct AsyncOperationCompletedHandler : IUnknown
+    {
+        using IUnknown::IUnknown;
+
+        template <std::invocable<IAsyncOperation<TResult> const&, AsyncStatus> Function>
+        AsyncOperationCompletedHandler(Function function)
+            : IUnknown(impl::make_delegate<impl::abi_t<AsyncOperationCompletedHandler>, IAsyncOperation<TResult>,
+                                           AsyncStatus>(std::move(function)),
+                       take_ownership_from_abi)
+        {
+        }
+    };
+
+    template <typename TSender, typename TArgs>
+    struct TypedEventHandler : IUnknown
+    {
+        using IUnknown::IUnknown;
+
+        template <std::invocable<TSender const&, TArgs const&> Function>
+        TypedEventHandler(Function function)
+            : IUnknown(impl::make_delegate<impl::abi_t<TypedEventHandler>, TSender, TArgs>(std::move(function)),
+                       take_ownership_from_abi)
+        {
+        }
+    };
+
+    template <typename TResult>
+    AsyncStatus IAsyncOperation<TResult>::Status() const
+    {
+        platform::AsyncStatus value{};
+        check_hresult(impl::interface_of(this->template as<IAsyncInfo>())->get_Status(&value));
+        return static_cast<AsyncStatus>(value);
+    }
+
+    template <typename TResult>
+    void IAsyncOperation<TResult>::Completed(AsyncOperationCompletedHandler<TResult> const& handler) const
+    {
+        check_hresult(impl::interface_of(*this)->put_Completed(impl::interface_of(handler)));
+    }
+
+    template <typename TResult>
+    TResult IAsyncOperation<TResult>::GetResults() const
+    {
+        TResult value = impl::empty_value<TResult>();
+        check_hresult(impl::interface_of(*this)->GetResults(impl::out(value)));
+        return value;
+    }
+
+    template <typename TResult>
+    impl::await_adapter<IAsyncOperation<TResult>> operator co_await(IAsyncOperation<TResult> const& async)
+    {
+        return impl::await_adapter<IAsyncOperation<TResult>>(async);
+    }
+} // namespace winrt::Windows::Foundation
