@@ -1,0 +1,10 @@
+// The simulator's threads: nobody joins them, and they wait for further work until the process ends.
+#pragma once
+
+#include <functional>
+
+namespace simulator
+{
+    // Runs in the multithreaded apartment, where the platform raises its events.
+    void OnOwnThread(std::function<void()> work);
+} // namespace simulator
