@@ -1,0 +1,32 @@
+#pragma once
+
+#include <chrono>
+#include <string>
+#include <variant>
+
+#include "host/exit_code.h"
+
+enum class Command
+{
+    Pair,
+    Unpair,
+};
+
+struct Arguments
+{
+    Command command = Command::Pair;
+    std::string name;
+    bool log = false;
+    bool learn = true; // after a pairing, wait for what the library learns of the device
+    std::chrono::seconds timeout{60};
+};
+
+// What to print instead of working: help or version on standard output, a usage error on standard error.
+struct EarlyExit
+{
+    ExitCode code;
+    std::string text;
+};
+
+// Reads the process's command line; every text is UTF-8.
+std::variant<Arguments, EarlyExit> ReadArguments();

@@ -1,0 +1,7 @@
+#pragma once
+
+#include <string>
+
+// The exception being handled, for a person: its code, where it has one, and its message. Call it in a
+// catch block.
+std::string DescribeCurrentException();

@@ -1,0 +1,38 @@
+#include "host/last_resort.h"
+
+#include <windows.h>
+
+#include <array>
+#include <csignal>
+#include <cstdio>
+
+#include "host/terminal.h"
+
+namespace
+{
+    [[noreturn]] void EndAsFailed(char const* cause)
+    {
+        PrintError("\nThe platform or the library failed where nothing can catch it (");
+        PrintError(cause);
+        PrintError(").\nRun again with --log and look at the last records of log.log.\n");
+        EndProcess(ExitCode::Failed);
+    }
+
+    LONG WINAPI OnUnhandledException(EXCEPTION_POINTERS* exception)
+    {
+        std::array<char, 32> cause{};
+        std::snprintf(cause.data(), cause.size(), "exception 0x%08lX", exception->ExceptionRecord->ExceptionCode);
+        EndAsFailed(cause.data());
+    }
+
+    void OnAbort(int)
+    {
+        EndAsFailed("abort");
+    }
+} // namespace
+
+void InstallLastResort()
+{
+    SetUnhandledExceptionFilter(OnUnhandledException);
+    std::signal(SIGABRT, OnAbort);
+}

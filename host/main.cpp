@@ -1,0 +1,38 @@
+#include <exception>
+#include <variant>
+
+#include "host/arguments.h"
+#include "host/command.h"
+#include "host/failure.h"
+#include "host/last_resort.h"
+#include "host/terminal.h"
+
+namespace
+{
+    ExitCode Run()
+    {
+        auto const arguments = ReadArguments();
+        if (auto const* early = std::get_if<EarlyExit>(&arguments))
+        {
+            early->code == ExitCode::Usage ? PrintError(early->text) : Print(early->text);
+            return early->code;
+        }
+        return RunCommand(std::get<Arguments>(arguments));
+    }
+} // namespace
+
+int main()
+{
+    OpenTerminal();
+    InstallLastResort();
+    ExitCode code = ExitCode::Failed;
+    try
+    {
+        code = Run();
+    }
+    catch (...)
+    {
+        PrintError("vorlinkctl: " + DescribeCurrentException() + "\n");
+    }
+    EndProcess(code);
+}

@@ -1,0 +1,92 @@
+#include "host/operation.h"
+
+#include <algorithm>
+#include <condition_variable>
+#include <mutex>
+#include <thread>
+
+#include "host/failure.h"
+
+namespace
+{
+    using Clock = std::chrono::steady_clock;
+
+    // The library's callbacks carry no context, so what they share with the waiting thread is global.
+    struct
+    {
+        std::mutex mutex;
+        std::condition_variable changed;
+        Phase phase = Phase::Finding;
+        Answer answer;
+    } shared;
+
+    void SetAnswer(Answer answer)
+    {
+        std::lock_guard const lock{shared.mutex};
+        shared.answer = std::move(answer);
+        shared.changed.notify_all();
+    }
+
+    void OnPairReport(PairReport report)
+    {
+        SetAnswer(report);
+    }
+
+    void OnUnpairReport(bool success, int)
+    {
+        SetAnswer(UnpairReport{success});
+    }
+
+    void Run(VorlinkFactory factory, Arguments const& arguments)
+    {
+        try
+        {
+            // Never released: the library may still be at work for the object when the process ends.
+            Vorlink* const vorlink = factory().release();
+            vorlink->SetLogEnabled(arguments.log);
+            vorlink->Initialize(); // loads what earlier runs have learnt
+            arguments.command == Command::Pair ? vorlink->PairedDevice(arguments.name, &OnPairReport)
+                                               : vorlink->UnpairedCurrent(arguments.name, &OnUnpairReport);
+        }
+        catch (...)
+        {
+            SetAnswer(Failure{DescribeCurrentException()});
+            return;
+        }
+        std::lock_guard const lock{shared.mutex};
+        shared.phase = Phase::Working;
+        shared.changed.notify_all();
+    }
+} // namespace
+
+Answer Perform(VorlinkFactory factory, Arguments const& arguments, ProgressCallback const& progress,
+               PatienceCallback const& patience)
+{
+    auto const start = Clock::now();
+    auto const limit = start + arguments.timeout;
+    auto end = limit; // comes nearer when the operation has returned
+    std::thread{Run, factory, arguments}.detach();
+
+    auto lastPhase = Phase::Finding;
+    std::unique_lock lock{shared.mutex};
+    while (!shared.answer && Clock::now() < end)
+    {
+        auto const phase = shared.phase;
+        lock.unlock();
+        if (phase != lastPhase)
+        {
+            end = std::min(limit, Clock::now() + patience());
+        }
+        lastPhase = phase;
+        auto const elapsed = std::chrono::duration_cast<std::chrono::seconds>(Clock::now() - start);
+        progress(phase, elapsed);
+        lock.lock();
+        shared.changed.wait_until(lock, std::min(end, start + elapsed + std::chrono::seconds{1}),
+                                  [&] { return shared.answer.has_value() || shared.phase != phase; });
+    }
+    if (!shared.answer && end < limit)
+    {
+        return Silence{};
+    }
+    return shared.answer;
+}

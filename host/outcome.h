@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+
+#include "host/exit_code.h"
+#include "interface/Vorlink.h"
+
+struct Outcome
+{
+    ExitCode code;
+    std::string text; // what happened, and in further lines what to do next
+};
+
+// `name` is the one that the user asked for.
+Outcome DescribeReport(PairReport const& report, std::string const& name);
+Outcome DescribeFailure(std::string const& failure);
+Outcome DescribeUnpairing(bool success, std::string const& name);
+Outcome DescribeSilence(std::string const& name);
+
+// `doing`: what had begun when the time ran out, "pairing"; null while the search was on.
+Outcome DescribeNoAnswer(std::string const& name, long long seconds, char const* doing);
