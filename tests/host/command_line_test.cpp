@@ -1,0 +1,63 @@
+// vorlinkctl's command line: what is refused, help and version.
+#include <gmock/gmock.h>
+
+#include <string>
+#include <vector>
+
+#include "tests/host/child_process.h"
+
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+TEST(CommandLine, WhatIsWrongIsAUsageError)
+{
+    std::vector<std::vector<std::string>> const wrong{
+        {},                         // no command
+        {"dance"},                  // an unknown command
+        {"pair"},                   // no name
+        {"pair", ""},               // an empty name
+        {"pair", "one", "two"},     // two names
+        {"pair", "x", "--dance"},   // an unknown option
+        {"pair", "x", "--timeout"}, // an option without its value
+        {"pair", "x", "--timeout", "0"},
+        {"pair", "x", "--timeout", "soon"},
+        {"pair", "x", "--timeout", "86401"},
+    };
+    for (auto const& arguments : wrong)
+    {
+        SCOPED_TRACE(testing::PrintToString(arguments));
+        auto const result = RunVorlinkctl(arguments);
+        EXPECT_EQ(result.exitCode, 2u);
+        EXPECT_THAT(result.output, IsEmpty());
+        EXPECT_THAT(result.error, HasSubstr("--help"));
+    }
+}
+
+TEST(CommandLine, HelpListsTheExitCodes)
+{
+    for (auto const& arguments : {std::vector<std::string>{"--help"}, std::vector<std::string>{"pair", "--help"}})
+    {
+        auto const result = RunVorlinkctl(arguments);
+        EXPECT_EQ(result.exitCode, 0u);
+        EXPECT_THAT(result.output, HasSubstr("5  no answer within the time limit"));
+        EXPECT_THAT(result.error, IsEmpty());
+    }
+}
+
+TEST(CommandLine, VersionIsPrinted)
+{
+    auto const result = RunVorlinkctl({"--version"});
+    EXPECT_EQ(result.exitCode, 0u);
+    EXPECT_EQ(result.output, "vorlinkctl " VORLINK_VERSION "\n");
+}
+
+TEST(CommandLine, AnythingIsAName)
+{
+    for (auto const& arguments : {std::vector<std::string>{"pair", "pair"}, std::vector<std::string>{"pair", "/log"},
+                                  std::vector<std::string>{"pair", "--", "--log"}})
+    {
+        auto const result = RunVorlinkctl(arguments);
+        EXPECT_EQ(result.exitCode, 3u);
+        EXPECT_THAT(result.output, HasSubstr("named \"" + arguments.back() + "\""));
+    }
+}

@@ -1,0 +1,120 @@
+// Hosts of every apartment: pairing runs for each, and continues where it was begun.
+#include "tests/support/host.h"
+#include "tests/support/neighbourhood.h"
+#include "tests/support/trace.h"
+
+#include <gmock/gmock.h>
+
+#include <objbase.h>
+
+#include <thread>
+
+using namespace test;
+using testing::IsEmpty;
+
+namespace
+{
+    constexpr char address[] = "a4:c1:38:5e:22:0f";
+
+    std::string Immediate()
+    {
+        return prompt + Device("Headset", address, "[device.pairing]\nduration-ms = 0");
+    }
+
+    std::string Later()
+    {
+        return prompt + Device("Headset", address, "[device.pairing]\nduration-ms = 'never'");
+    }
+
+    // Runs a host on a thread of its own, which joins COM as `coinit` says; `none`: not at all.
+    constexpr int none = -1;
+
+    template <typename Body>
+    void OnThread(int coinit, Body body)
+    {
+        std::thread([&] {
+            if (coinit != none)
+            {
+                ASSERT_EQ(CoInitializeEx(nullptr, static_cast<DWORD>(coinit)), S_OK);
+            }
+            body();
+            if (coinit != none)
+            {
+                CoUninitialize();
+            }
+        }).join();
+    }
+
+    void ExpectCompletePairing(int coinit)
+    {
+        Load(Immediate());
+        OnThread(coinit, [] {
+            MakeVorlink()->PairedDevice("Headset", Host::Callback);
+            ASSERT_EQ(Host::Count(), 1u);
+            EXPECT_EQ(Host::ThreadOf(0), GetCurrentThreadId());
+        });
+        ASSERT_EQ(Host::Count(), 1u);
+        EXPECT_EQ(Host::At(0).paired, 1);
+    }
+
+    void ExpectLaterPairing(int coinit)
+    {
+        Load(Later());
+        OnThread(coinit, [] {
+            MakeVorlink()->PairedDevice("Headset", Host::Callback);
+            EXPECT_EQ(Host::Count(), 0u);
+            ASSERT_TRUE(WaitForCall("Accept("));
+            ASSERT_TRUE(SimulatePairingCompletes(ClassicId(address).c_str(), 0)) << SimulatorLastError();
+            ASSERT_TRUE(Host::WaitFor(1));
+            EXPECT_NE(Host::ThreadOf(0), GetCurrentThreadId());
+        });
+        EXPECT_EQ(Host::At(0).paired, 1);
+    }
+} // namespace
+
+TEST(Apartments, HostWithoutComCompletesAnImmediatePairing)
+{
+    ExpectCompletePairing(none);
+}
+
+TEST(Apartments, MultithreadedHostCompletesAnImmediatePairing)
+{
+    ExpectCompletePairing(COINIT_MULTITHREADED);
+}
+
+TEST(Apartments, SingleThreadedHostCompletesAnImmediatePairing)
+{
+    ExpectCompletePairing(COINIT_APARTMENTTHREADED);
+}
+
+TEST(Apartments, HostWithoutComCompletesALaterPairing)
+{
+    ExpectLaterPairing(none);
+}
+
+TEST(Apartments, MultithreadedHostCompletesALaterPairing)
+{
+    ExpectLaterPairing(COINIT_MULTITHREADED);
+}
+
+TEST(Apartments, HostWithoutComJoinsTheMultithreadedApartment)
+{
+    Load(Immediate());
+    OnThread(none, [] {
+        APTTYPE type{};
+        APTTYPEQUALIFIER qualifier{};
+        EXPECT_EQ(CoGetApartmentType(&type, &qualifier), CO_E_NOTINITIALIZED);
+        MakeVorlink()->PairedDevice("Headset", Host::Callback);
+        ASSERT_EQ(CoGetApartmentType(&type, &qualifier), S_OK);
+        EXPECT_EQ(type, APTTYPE_MTA);
+        EXPECT_EQ(qualifier, APTTYPEQUALIFIER_IMPLICIT_MTA);
+    });
+}
+
+TEST(Apartments, TheProviderMetIsTheSimulator)
+{
+    Load(prompt);
+    EXPECT_THAT(Trace(), IsEmpty());
+    MakeVorlink()->PairedDevice("Nobody", Host::Callback);
+    EXPECT_TRUE(WaitForCall("DeviceWatcher.Start(#1)"));
+}

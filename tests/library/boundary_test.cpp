@@ -1,0 +1,107 @@
+// The library's whole surface, and what creating, switching and releasing do.
+#include "tests/support/host.h"
+#include "tests/support/log_file.h"
+#include "tests/support/neighbourhood.h"
+#include "tests/support/trace.h"
+
+#include <gmock/gmock.h>
+
+using namespace test;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+namespace
+{
+    void Nobody(wchar_t const*, std::uint32_t) {}
+
+    void NobodyUnpaired(bool, int) {}
+} // namespace
+
+TEST(Boundary, TheFactoryDoesNothingElse)
+{
+    Load(prompt);
+    SimulatorClearTrace();
+    auto const vorlink = MakeVorlink();
+    EXPECT_TRUE(vorlink);
+    EXPECT_THAT(Trace(), IsEmpty());
+    EXPECT_TRUE(std::filesystem::is_empty(std::filesystem::current_path()));
+}
+
+TEST(Boundary, EveryCallMakesAnObjectOfItsOwn)
+{
+    auto const first = MakeVorlink();
+    auto const second = MakeVorlink();
+    EXPECT_NE(first.get(), second.get());
+}
+
+TEST(Boundary, WithTheLogNeverSwitchedOnNoOperationCreatesIt)
+{
+    Load(prompt + Device("Headset", "a4:c1:38:5e:22:0f", "[device.pairing]\nduration-ms = 0"));
+    auto const vorlink = MakeVorlink();
+    vorlink->Initialize();
+    vorlink->PairedDevice("Headset", Host::Callback);
+    vorlink->PairedDevice("Nobody", Host::Callback);
+    vorlink->UnpairedCurrent("Nobody", NobodyUnpaired);
+    vorlink->StartIosWatcher(Nobody);
+    vorlink->IosPairedDevicce("Nobody", Host::Callback);
+    vorlink->Uninitialize();
+    EXPECT_FALSE(LogExists());
+}
+
+TEST(Boundary, SwitchingTheLogOffStopsRecordsAtOnceAndKeepsThoseWritten)
+{
+    Load(prompt);
+    auto const vorlink = MakeVorlink();
+    vorlink->SetLogEnabled(true);
+    vorlink->PairedDevice("Nobody", Host::Callback);
+    std::string const written = ReadFile("log.log");
+    EXPECT_FALSE(written.empty());
+    vorlink->SetLogEnabled(false);
+    vorlink->PairedDevice("Nobody", Host::Callback);
+    EXPECT_EQ(ReadFile("log.log"), written);
+}
+
+TEST(Boundary, ObjectsShareTheLogSwitch)
+{
+    Load(prompt);
+    MakeVorlink()->SetLogEnabled(true);
+    MakeVorlink()->PairedDevice("Nobody", Host::Callback);
+    EXPECT_TRUE(LogExists());
+}
+
+TEST(Boundary, ReleasingTheObjectCallsNothingAndLeavesTheWatcherRunning)
+{
+    Load(prompt + Device("Held back", "11:22:33:44:55:66", "appears-ms = 'never'"));
+    auto vorlink = MakeVorlink();
+    vorlink->PairedDevice("Nobody", Host::Callback);
+    ASSERT_TRUE(SimulatorWaitIdle(20'000));
+    auto const objects = SimulatorLiveObjects();
+    SimulatorClearTrace();
+    vorlink.reset();
+    EXPECT_THAT(Trace(), IsEmpty());
+    EXPECT_EQ(SimulatorLiveObjects(), objects);
+    // The run's watcher still reports to the queue: the next lookup takes the device first.
+    ASSERT_TRUE(SimulateDeviceAppears(ClassicId("11:22:33:44:55:66").c_str()));
+    EXPECT_TRUE(WaitForCall("! DeviceWatcher.Added(#1"));
+}
+
+TEST(Boundary, UnloadingRevokesTheRegistrationsStillHeld)
+{
+    Load(prompt);
+    HMODULE const module = LoadLibraryW(L"vorlink.dll");
+    ASSERT_TRUE(module);
+    {
+        auto const factory = GetProcAddress(module, "getVorlinkPtr");
+        auto const vorlink = reinterpret_cast<std::unique_ptr<Vorlink> (*)()>(reinterpret_cast<void*>(factory))();
+        vorlink->PairedDevice("Nobody", Host::Callback);
+    }
+    ASSERT_TRUE(SimulatorWaitIdle(20'000));
+    SimulatorClearTrace();
+    ASSERT_TRUE(FreeLibrary(module));
+    EXPECT_FALSE(GetModuleHandleW(L"vorlink.dll"));
+    auto const removals = Trace({"DeviceWatcher.remove_"});
+    ASSERT_THAT(removals, SizeIs(3));
+    EXPECT_TRUE(removals[0].starts_with("DeviceWatcher.remove_EnumerationCompleted(#1"));
+    EXPECT_TRUE(removals[1].starts_with("DeviceWatcher.remove_Updated(#1"));
+    EXPECT_TRUE(removals[2].starts_with("DeviceWatcher.remove_Added(#1"));
+}

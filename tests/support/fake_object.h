@@ -1,0 +1,68 @@
+// What every object of a platform played by a test stands on, at the binary level. It lives on the test's stack.
+#pragma once
+
+#include "platform/abi/foundation.h"
+
+#include <atomic>
+
+namespace test
+{
+    template <typename... Interfaces>
+    class FakeObject : public Interfaces...
+    {
+    public:
+        HRESULT STDMETHODCALLTYPE QueryInterface(GUID const& id, void** object) override
+        {
+            *object = nullptr;
+            if (id == platform::iid_of<::IUnknown> || id == platform::iid_of<::IInspectable> ||
+                id == platform::iid_of<platform::IAgileObject>)
+            {
+                *object = First<Interfaces...>();
+            }
+            ((id == platform::iid_of<Interfaces> ? void(*object = static_cast<Interfaces*>(this)) : void()), ...);
+            if (!*object)
+            {
+                return E_NOINTERFACE;
+            }
+            AddRef();
+            return S_OK;
+        }
+
+        ULONG STDMETHODCALLTYPE AddRef() override
+        {
+            return ++references;
+        }
+
+        ULONG STDMETHODCALLTYPE Release() override
+        {
+            return --references;
+        }
+
+        HRESULT STDMETHODCALLTYPE GetIids(ULONG*, GUID**) override
+        {
+            return E_NOTIMPL;
+        }
+        HRESULT STDMETHODCALLTYPE GetRuntimeClassName(HSTRING*) override
+        {
+            return E_NOTIMPL;
+        }
+        HRESULT STDMETHODCALLTYPE GetTrustLevel(TrustLevel*) override
+        {
+            return E_NOTIMPL;
+        }
+
+        ULONG References() const
+        {
+            return references;
+        }
+
+    private:
+        template <typename Interface, typename...>
+        Interface* First()
+        {
+            return static_cast<Interface*>(this);
+        }
+
+        std::atomic<ULONG> references{1};
+    };
+} // namespace test

@@ -1,0 +1,75 @@
+// A cancelled run queues, updates and wakes nothing more.
+#include "pairing/DiscoveryQueue.h"
+
+#include "tests/support/endpoints.h"
+#include "tests/support/neighbourhood.h"
+#include "tests/support/taker.h"
+#include "tests/support/trace.h"
+
+#include <gmock/gmock.h>
+
+using namespace test;
+using namespace vorlink;
+using testing::IsEmpty;
+
+namespace
+{
+    void Cancel()
+    {
+        std::lock_guard const lock(Library().enumerationMutex);
+        Library().enumerationCancelled = true;
+    }
+} // namespace
+
+TEST(DiscoveryCancel, TakesNothingFromTheEmptyQueue)
+{
+    Cancel();
+    enumeration::DeviceInformation slot{nullptr};
+    EXPECT_EQ(TakeDevice(slot), 2);
+}
+
+TEST(DiscoveryCancel, IsToldToTheWaitingTakerWhenItWakes)
+{
+    enumeration::DeviceInformation slot{nullptr};
+    auto taker = WaitingTaker(slot);
+    Cancel();
+    Library().completionSignal.notify_one();
+    EXPECT_EQ(Result(taker), 2);
+}
+
+TEST(DiscoveryCancel, AddedNeitherQueuesNorWakes)
+{
+    Load(TwoDevices());
+    Watcher watcher;
+    auto const device = watcher.Devices().at(0);
+    enumeration::DeviceInformation slot{nullptr};
+    auto taker = WaitingTaker(slot);
+    Cancel();
+    OnDiscoveryAdded(watcher.Sender(), device);
+    EXPECT_FALSE(IsReady(taker, moment));
+    FinishDiscovery();
+    EXPECT_EQ(Result(taker), 2);
+    EXPECT_THAT(Library().deviceQueue, IsEmpty());
+}
+
+TEST(DiscoveryCancel, UpdatedLeavesTheQueuedDevice)
+{
+    Load(TwoDevices());
+    Watcher watcher;
+    auto const update = Rename(watcher, firstAddress);
+    OnDiscoveryAdded(watcher.Sender(), watcher.Devices().at(0));
+    Cancel();
+    OnDiscoveryUpdated(watcher.Sender(), update);
+    EXPECT_THAT(Trace({"DeviceInformation.Update("}), IsEmpty());
+}
+
+TEST(DiscoveryCancel, UpdatedDoesNotWake)
+{
+    enumeration::DeviceInformation slot{nullptr};
+    auto taker = WaitingTaker(slot);
+    Cancel();
+    OnDiscoveryUpdated(nullptr, nullptr);
+    EXPECT_FALSE(IsReady(taker, moment));
+    FinishDiscovery();
+    EXPECT_EQ(Result(taker), 2);
+}

@@ -1,0 +1,54 @@
+#include "pairing/SplitText.h"
+
+#include <gmock/gmock.h>
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::StartsWith;
+using vorlink::SplitText;
+
+TEST(SplitText, CutsBetweenDelimiters)
+{
+    EXPECT_THAT(SplitText("a&b&c", "&"), ElementsAre("a", "b", "c"));
+}
+
+TEST(SplitText, DoubledDelimiterGivesAnEmptyPiece)
+{
+    EXPECT_THAT(SplitText("a&&b", "&"), ElementsAre("a", "", "b"));
+}
+
+TEST(SplitText, LeadingDelimiterGivesAnEmptyPiece)
+{
+    EXPECT_THAT(SplitText("&a", "&"), ElementsAre("", "a"));
+}
+
+TEST(SplitText, DelimiterAtTheEndGivesNoEmptyPiece)
+{
+    EXPECT_THAT(SplitText("a&", "&"), ElementsAre("a"));
+}
+
+TEST(SplitText, TextWithoutAMatchIsOnePiece)
+{
+    EXPECT_THAT(SplitText("abc", ":"), ElementsAre("abc"));
+}
+
+TEST(SplitText, EmptyTextIsOneEmptyPiece)
+{
+    EXPECT_THAT(SplitText("", ":"), ElementsAre(""));
+}
+
+TEST(SplitText, DelimiterIsAPattern)
+{
+    EXPECT_THAT(SplitText("a1b22c", "[0-9]+"), ElementsAre("a", "b", "c"));
+}
+
+TEST(SplitText, MalformedPatternIsToldOnStandardOutputAndGivesNothing)
+{
+    testing::internal::CaptureStdout();
+    auto const pieces = SplitText("a(b", "(");
+    std::string const output = testing::internal::GetCapturedStdout();
+    EXPECT_THAT(pieces, IsEmpty());
+    EXPECT_THAT(output, StartsWith("error:"));
+    EXPECT_GT(output.size(), std::string("error:\n").size()) << "the pattern error's own text follows at once";
+    EXPECT_EQ(output.find('\n'), output.size() - 1) << "one line";
+}
