@@ -34,8 +34,9 @@ namespace simulator
     struct Happening
     {
         std::string id;
-        std::optional<bool> inRange;
-        std::vector<std::pair<std::string, Value>> values;
+        std::optional<bool> inRange{};
+        std::vector<std::pair<std::string, Value>> values{};
+        bool again = false; // whoever has reported it reports it as added once more
     };
 
     // One mutex guards all of it, and every Watching, WatcherRun and Operation besides. It is never held

@@ -59,6 +59,8 @@ namespace simulator
         Properties properties; // complete: what the platform knows but has no value for is there without one
         std::int32_t appearsAtMs;
         std::int32_t leavesAtMs;
+        std::int32_t repeatsAtMs;         // it is reported as added once more, without having left
+        bool unfiltered;                  // watchers report it whether it matches or not
         std::vector<TimedChange> changes; // in order of time
         Ceremony pairing;
         Unpairing unpairing;

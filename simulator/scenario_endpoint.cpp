@@ -80,6 +80,7 @@ namespace simulator
         Endpoint endpoint{};
         endpoint.adapter = std::move(adapter);
         endpoint.leavesAtMs = never;
+        endpoint.repeatsAtMs = never;
         endpoint.pairing = {1, 0, 100, "123456", 3};
         endpoint.unpairing = {0, 50, UnpairEffect::Updated};
         endpoint.description = "蓝牙 LE 设备";
@@ -122,6 +123,12 @@ namespace simulator
         {
             reader.FailHere("the device leaves before it appears");
         }
+        reader.ReadMilliseconds("repeats-ms", endpoint.repeatsAtMs);
+        if (endpoint.repeatsAtMs != never && endpoint.repeatsAtMs <= endpoint.appearsAtMs)
+        {
+            reader.FailHere("the device is reported again before it appears");
+        }
+        reader.Read("unfiltered", endpoint.unfiltered);
         if (reader.Has("listed"))
         {
             reader.Read("listed", endpoint.listed.emplace());

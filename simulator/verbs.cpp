@@ -73,6 +73,14 @@ namespace
         return *neighbour;
     }
 
+    void CheckInRange(Neighbour const& neighbour)
+    {
+        if (!neighbour.inRange.value_or(neighbour.endpoint.appearsAtMs != never))
+        {
+            throw Refused(neighbour.endpoint.id + " is not in range");
+        }
+    }
+
     void MoveDevice(std::string const& id, bool inRange)
     {
         auto& neighbourhood = TheNeighbourhood();
@@ -85,9 +93,9 @@ namespace
         {
             throw Refused(id + " is in range already");
         }
-        if (!inRange && !neighbour.inRange.value_or(endpoint.appearsAtMs != never))
+        if (!inRange)
         {
-            throw Refused(id + " is not in range");
+            CheckInRange(neighbour);
         }
         Happen(neighbourhood, {id, inRange, {}});
     }
@@ -137,6 +145,17 @@ int SimulateScenario(char const* toml)
 int SimulateDeviceAppears(char const* id)
 {
     return Verb([&] { MoveDevice(Given(id), true); });
+}
+
+int SimulateDeviceRepeats(char const* id)
+{
+    return Verb([&] {
+        auto const endpoint = Given(id);
+        auto& neighbourhood = TheNeighbourhood();
+        std::lock_guard const lock(neighbourhood.mutex);
+        CheckInRange(Known(neighbourhood, endpoint));
+        Happen(neighbourhood, {.id = endpoint, .again = true});
+    });
 }
 
 int SimulateDeviceLeaves(char const* id)

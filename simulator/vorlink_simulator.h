@@ -52,6 +52,9 @@ extern "C"
        or Removed or Added where the change makes the endpoint stop or begin to match. */
     VORLINK_SIMULATOR_API int SimulateDeviceChanges(char const* id, char const* property, char const* value);
 
+    /* Every started watcher that has reported an endpoint raises Added for it once more, as if it were new. */
+    VORLINK_SIMULATOR_API int SimulateDeviceRepeats(char const* id);
+
     /* An endpoint goes out of range: watchers that reported it raise Removed. */
     VORLINK_SIMULATOR_API int SimulateDeviceLeaves(char const* id);
 

@@ -25,6 +25,7 @@ namespace simulator
         {
             auto const& [endpoint, inRange] = neighbour;
             run.seen.push_back({endpoint.id, endpoint.properties});
+            run.seen.back().unfiltered = endpoint.unfiltered;
             if (inRange.value_or(endpoint.appearsAtMs != never))
             {
                 Plan(run, std::chrono::milliseconds(inRange ? 0 : endpoint.appearsAtMs),
@@ -33,6 +34,10 @@ namespace simulator
             if (!inRange && endpoint.leavesAtMs != never)
             {
                 Plan(run, std::chrono::milliseconds(endpoint.leavesAtMs), Happening{endpoint.id, false, {}});
+            }
+            if (endpoint.repeatsAtMs != never)
+            {
+                Plan(run, std::chrono::milliseconds(endpoint.repeatsAtMs), Happening{.id = endpoint.id, .again = true});
             }
             for (auto const& change : endpoint.changes)
             {
@@ -146,8 +151,9 @@ namespace simulator
             Move(run, *seen, *happening.inRange);
         }
         bool const before = seen->reported;
-        seen->reported = seen->inRange && !seen->tooLate && run.watching->filter.Matches(seen->properties);
-        if (!before && seen->reported)
+        seen->reported =
+            seen->inRange && !seen->tooLate && (seen->unfiltered || run.watching->filter.Matches(seen->properties));
+        if (seen->reported && (!before || happening.again))
         {
             return {Report::Event::Added, seen->id, Show(run.watching->shown, seen->properties)};
         }

@@ -16,6 +16,7 @@ namespace simulator
         bool inRange = false;
         bool tooLate = false; // it came after the enumeration, in a scenario where that is not reported
         bool reported = false;
+        bool unfiltered = false; // it counts as a match
     };
 
     // No happening: the enumeration completes.

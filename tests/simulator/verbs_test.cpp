@@ -21,6 +21,7 @@ TEST_F(Verbs, RefuseEndpointsThatDoNotExist)
     EXPECT_EQ(SimulateDeviceAppears(nobody), 0);
     EXPECT_THAT(SimulatorLastError(), HasSubstr(nobody));
     EXPECT_EQ(SimulateDeviceLeaves(nobody), 0);
+    EXPECT_EQ(SimulateDeviceRepeats(nobody), 0);
     EXPECT_EQ(SimulateDeviceChanges(nobody, "System.ItemNameDisplay", "\"x\""), 0);
     EXPECT_EQ(SimulatePairingCompletes(nobody, 0), 0);
     EXPECT_EQ(SimulatePairingFails(nobody, E_FAIL), 0);
@@ -34,6 +35,8 @@ TEST_F(Verbs, RefuseArrivalsOfThoseInRangeAndDeparturesOfOthers)
     EXPECT_EQ(SimulateDeviceAppears(speaker), 0);
     EXPECT_THAT(SimulatorLastError(), HasSubstr("in range"));
     EXPECT_EQ(SimulateDeviceLeaves(lamp), 0);
+    EXPECT_EQ(SimulateDeviceRepeats(lamp), 0);
+    EXPECT_THAT(SimulatorLastError(), HasSubstr("not in range"));
     EXPECT_EQ(SimulateDeviceAppears(lamp), 1);
     EXPECT_STREQ(SimulatorLastError(), "");
     EXPECT_EQ(SimulateDeviceAppears(lamp), 0);

@@ -232,6 +232,39 @@ TEST_F(WatcherEvents, VerbsOverrideTheScenariosTimes)
     EXPECT_THAT(recorder.Heard(), ElementsAre(addedSpeaker));
 }
 
+TEST_F(WatcherEvents, RepeatADeviceThatHasNotLeft)
+{
+    auto const watcher = MakeWatcher();
+    auto const others = MakeWatcher(leOnly);
+    Recorder recorder(watcher);
+    Recorder othersRecorder(others);
+    watcher->Start();
+    others->Start();
+    recorder.Heard();
+    othersRecorder.Heard();
+    EXPECT_EQ(SimulateDeviceRepeats(speaker), 1);
+    EXPECT_THAT(recorder.Heard(), ElementsAre(addedSpeaker));
+    EXPECT_THAT(othersRecorder.Heard(), IsEmpty()) << "it has not reported the device, and does not now";
+    EXPECT_EQ(SimulateDeviceLeaves(speaker), 1);
+    EXPECT_THAT(recorder.Heard(), ElementsAre(std::string("Removed ") + speaker)) << "once, however often added";
+}
+
+TEST_F(WatcherEvents, RepeatADeviceInTheScenariosTime)
+{
+    Play(Room("appears-ms = 10\nrepeats-ms = 20\n", {}, "enumeration-completes-ms = 30"));
+    auto const watcher = MakeWatcher();
+    Recorder recorder(watcher);
+    watcher->Start();
+    ASSERT_EQ(SimulatorWaitForTrace("! DeviceWatcher.EnumerationCompleted(#1", 1, patience), 1);
+    EXPECT_THAT(recorder.Heard(), ElementsAre(addedMouse, addedSpeaker, addedSpeaker, completed));
+}
+
+TEST_F(WatcherEvents, ReportAnUnfilteredDeviceWhateverTheFilter)
+{
+    Play(Room("unfiltered = true\ncan-pair = false\n"));
+    EXPECT_THAT(HeardBy(MakeWatcher(pairedOnly)), ElementsAre(addedSpeaker, addedMouse, completed));
+}
+
 TEST_F(WatcherEvents, CompletionComesOnce)
 {
     auto const watcher = MakeWatcher();

@@ -101,6 +101,7 @@ namespace
             Faulty{"enumeration-completes-ms = 1.5\n", "1", "wrong type"},
             Faulty{"enumeration-completes-ms = \"Never\"\n", "1", "'Never' is not known"},
             Faulty{Device("appears-ms = 5\nleaves-ms = 5\n"), "1", "leaves before it appears"},
+            Faulty{Device("appears-ms = 5\nrepeats-ms = 5\n"), "1", "reported again before it appears"},
             Faulty{Device("protocols = [\"BLE\"]\n"), "3", "'BLE' is not known; known are: classic, le"},
             Faulty{Device("protocols = [\"le\", \"le\"]\n"), "3", "twice"},
             Faulty{Device("[device.le]\n"), "3", "do not list it"},

@@ -61,6 +61,8 @@ namespace
         EXPECT_EQ(endpoint.address, "a4:c1:38:5e:22:0f");
         EXPECT_EQ(endpoint.appearsAtMs, 0);
         EXPECT_EQ(endpoint.leavesAtMs, never);
+        EXPECT_EQ(endpoint.repeatsAtMs, never);
+        EXPECT_FALSE(endpoint.unfiltered);
         EXPECT_TRUE(endpoint.changes.empty());
         EXPECT_EQ(endpoint.pairing.kind, 1u);
         EXPECT_EQ(endpoint.pairing.status, 0);
@@ -156,6 +158,8 @@ can-pair = true
 is-paired = true
 appears-ms = 20
 leaves-ms = 30
+repeats-ms = 25
+unfiltered = true
 [device.le.pairing]
 status = "Failed"
 [device.le.unpairing]
@@ -178,6 +182,8 @@ unset = true
         EXPECT_EQ(Property(classic, "System.Devices.Aep.SignalStrength"), Value{-60});
         EXPECT_EQ(classic.appearsAtMs, 0);
         EXPECT_EQ(classic.leavesAtMs, never);
+        EXPECT_EQ(classic.repeatsAtMs, never);
+        EXPECT_FALSE(classic.unfiltered);
         EXPECT_EQ(classic.pairing.kind, 2u);
         EXPECT_EQ(classic.pairing.status, 0);
         EXPECT_EQ(classic.unpairing.effect, UnpairEffect::Updated);
@@ -190,6 +196,8 @@ unset = true
         EXPECT_EQ(Property(le, "System.Devices.Aep.SignalStrength"), Value{-40});
         EXPECT_EQ(le.appearsAtMs, 20);
         EXPECT_EQ(le.leavesAtMs, 30);
+        EXPECT_EQ(le.repeatsAtMs, 25);
+        EXPECT_TRUE(le.unfiltered);
         EXPECT_EQ(le.pairing.kind, 2u); // from the device
         EXPECT_EQ(le.pairing.durationMs, 5);
         EXPECT_EQ(le.pairing.status, 19);
