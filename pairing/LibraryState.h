@@ -38,9 +38,20 @@ namespace vorlink
         std::condition_variable completionSignal;
         std::mutex enumerationMutex; // guards enumerationCancelled and serialises the starts of runs
 
-        // Every endpoint that the phone watcher has seen. Nothing fills it yet.
+        std::mutex IosDeviceListMutex; // held for the removal of an entry, and for nothing else
+
+        // Every endpoint that the phone watcher has seen, in order of arrival. Read and written on several threads
+        // at a time: the vector keeps itself sound, but a walk by index may meet an end that has come nearer.
         winrt::Windows::Foundation::Collections::IVector<enumeration::DeviceInformation> IosDeviceList =
-            winrt::single_threaded_vector<enumeration::DeviceInformation>();
+            winrt::multi_threaded_vector<enumeration::DeviceInformation>();
+
+        // The phone watcher while it runs, and its registrations. The one for Removed outlives it.
+        enumeration::DeviceWatcher IosWatcher{nullptr};
+        enumeration::DeviceWatcher::Added_revoker iosAdded;
+        enumeration::DeviceWatcher::Updated_revoker iosUpdated;
+        enumeration::DeviceWatcher::Removed_revoker iosRemoved;
+        enumeration::DeviceWatcher::EnumerationCompleted_revoker iosEnumerationCompleted;
+        enumeration::DeviceWatcher::Stopped_revoker iosStopped;
 
         // The latest run's registrations. Nothing fills enumerationWatcher or registers for Stopped: a run's
         // watcher is its object's discoveryWatcher, which nobody stops.

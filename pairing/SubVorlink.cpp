@@ -8,12 +8,4 @@ namespace vorlink
     {
         Library().logEnabled = enabled;
     }
-
-    bool SubVorlink::StartIosWatcher(IosDeviceCallback callback)
-    {
-        Library().iosDeviceCallback = callback;
-        return false;
-    }
-
-    void SubVorlink::IosPairedDevicce(std::string, PairResultCallback) {}
 } // namespace vorlink

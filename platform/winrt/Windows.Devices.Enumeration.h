@@ -168,14 +168,17 @@ namespace winrt::Windows::Devices::Enumeration
 
         using Added_revoker = impl::event_revoker<DeviceWatcher, &platform::IDeviceWatcher::remove_Added>;
         using Updated_revoker = impl::event_revoker<DeviceWatcher, &platform::IDeviceWatcher::remove_Updated>;
+        using Removed_revoker = impl::event_revoker<DeviceWatcher, &platform::IDeviceWatcher::remove_Removed>;
         using EnumerationCompleted_revoker =
             impl::event_revoker<DeviceWatcher, &platform::IDeviceWatcher::remove_EnumerationCompleted>;
         using Stopped_revoker = impl::event_revoker<DeviceWatcher, &platform::IDeviceWatcher::remove_Stopped>;
 
         [[nodiscard]] Added_revoker Added(auto_revoke_t, AddedHandler const& handler) const;
         [[nodiscard]] Updated_revoker Updated(auto_revoke_t, UpdateHandler const& handler) const;
+        [[nodiscard]] Removed_revoker Removed(auto_revoke_t, UpdateHandler const& handler) const;
         [[nodiscard]] EnumerationCompleted_revoker EnumerationCompleted(auto_revoke_t,
                                                                         WatcherHandler const& handler) const;
+        [[nodiscard]] Stopped_revoker Stopped(auto_revoke_t, WatcherHandler const& handler) const;
         void Start() const;
         void Stop() const;
     };
@@ -373,11 +376,25 @@ namespace winrt::Windows::Devices::Enumeration
         return {*this, event_token{token.value}};
     }
 
+    inline DeviceWatcher::Removed_revoker DeviceWatcher::Removed(auto_revoke_t, UpdateHandler const& handler) const
+    {
+        EventRegistrationToken token{};
+        check_hresult(impl::interface_of(*this)->add_Removed(impl::interface_of(handler), &token));
+        return {*this, event_token{token.value}};
+    }
+
     inline DeviceWatcher::EnumerationCompleted_revoker DeviceWatcher::EnumerationCompleted(
         auto_revoke_t, WatcherHandler const& handler) const
     {
         EventRegistrationToken token{};
         check_hresult(impl::interface_of(*this)->add_EnumerationCompleted(impl::interface_of(handler), &token));
+        return {*this, event_token{token.value}};
+    }
+
+    inline DeviceWatcher::Stopped_revoker DeviceWatcher::Stopped(auto_revoke_t, WatcherHandler const& handler) const
+    {
+        EventRegistrationToken token{};
+        check_hresult(impl::interface_of(*this)->add_Stopped(impl::interface_of(handler), &token));
         return {*this, event_token{token.value}};
     }
 

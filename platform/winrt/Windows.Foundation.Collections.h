@@ -182,7 +182,14 @@ namespace winrt
     template <typename T>
     Windows::Foundation::Collections::IVector<T> single_threaded_vector(std::vector<T>&& values = {})
     {
-        auto* const object = new impl::vector<T>(std::move(values));
-        return {static_cast<platform::IVector<impl::argument_t<T>>*>(object), take_ownership_from_abi};
+        return impl::make_vector<T, impl::no_mutex>(std::move(values));
+    }
+
+    // A vector of this process that any thread may call at any time. Each call is sound by itself; what holds from
+    // one call to the next, such as a size, is the callers' affair.
+    template <typename T>
+    Windows::Foundation::Collections::IVector<T> multi_threaded_vector(std::vector<T>&& values = {})
+    {
+        return impl::make_vector<T, std::shared_mutex>(std::move(values));
     }
 } // namespace winrt

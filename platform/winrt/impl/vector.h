@@ -8,6 +8,8 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <mutex>
+#include <shared_mutex>
 #include <utility>
 #include <vector>
 
@@ -58,71 +60,81 @@ namespace winrt::impl
         return found != values.end();
     }
 
-    template <typename T>
+    // The mutex of a vector that has none.
+    struct no_mutex
+    {
+        void lock() noexcept {}
+        void unlock() noexcept {}
+        void lock_shared() noexcept {}
+        void unlock_shared() noexcept {}
+    };
+
+    template <typename T, typename Mutex>
     class vector;
 
     // Walks a vector and fails once it has changed.
-    template <typename T>
+    template <typename T, typename Mutex>
     class vector_iterator final : public inspectable_object<platform::IIterator<argument_t<T>>>
     {
     public:
-        explicit vector_iterator(com_ptr<vector<T>> owner)
+        explicit vector_iterator(com_ptr<vector<T, Mutex>> owner)
             : m_owner(std::move(owner))
-            , m_version(m_owner->version())
         {
+            m_owner->read([&](auto const&, std::uint32_t version) { m_version = version; });
         }
 
         HRESULT STDMETHODCALLTYPE get_Current(argument_t<T>* value) noexcept override
         {
-            return guarded([&] {
-                check_unchanged();
-                check_index(m_owner->values(), m_index);
-                *value = hand_out<T>(m_owner->values()[m_index]);
+            return walk([&](std::vector<T> const& values) {
+                check_index(values, m_index);
+                *value = hand_out<T>(values[m_index]);
             });
         }
 
         HRESULT STDMETHODCALLTYPE get_HasCurrent(boolean* value) noexcept override
         {
-            return guarded([&] {
-                check_unchanged();
-                *value = m_index < m_owner->values().size();
-            });
+            return walk([&](std::vector<T> const& values) { *value = m_index < values.size(); });
         }
 
         HRESULT STDMETHODCALLTYPE MoveNext(boolean* value) noexcept override
         {
-            return guarded([&] {
-                check_unchanged();
-                auto const size = static_cast<std::uint32_t>(m_owner->values().size());
+            return walk([&](std::vector<T> const& values) {
+                auto const size = static_cast<std::uint32_t>(values.size());
                 m_index = std::min(m_index + 1, size);
                 *value = m_index < size;
             });
         }
 
-        HRESULT STDMETHODCALLTYPE GetMany(UINT32 capacity, argument_t<T>* values, UINT32* actual) noexcept override
+        HRESULT STDMETHODCALLTYPE GetMany(UINT32 capacity, argument_t<T>* items, UINT32* actual) noexcept override
         {
-            return guarded([&] {
-                check_unchanged();
-                *actual = copy_range(m_owner->values(), m_index, capacity, values);
+            return walk([&](std::vector<T> const& values) {
+                *actual = copy_range(values, m_index, capacity, items);
                 m_index += *actual;
             });
         }
 
     private:
-        void check_unchanged() const
+        template <typename Body>
+        HRESULT walk(Body&& body) noexcept
         {
-            if (m_version != m_owner->version())
-            {
-                throw_hresult(error_changed_state);
-            }
+            return guarded([&] {
+                m_owner->read([&](auto const& values, std::uint32_t version) {
+                    if (version != m_version)
+                    {
+                        throw_hresult(error_changed_state);
+                    }
+                    body(values);
+                });
+            });
         }
 
-        com_ptr<vector<T>> m_owner;
-        std::uint32_t m_version;
+        com_ptr<vector<T, Mutex>> m_owner;
+        std::uint32_t m_version = 0;
         std::uint32_t m_index = 0;
     };
 
-    template <typename T>
+    // Elements are let go of behind the lock: their ends may run code that comes back here.
+    template <typename T, typename Mutex>
     class vector final
         : public inspectable_object<platform::IVector<argument_t<T>>, platform::IVectorView<argument_t<T>>,
                                     platform::IIterable<argument_t<T>>>
@@ -133,24 +145,23 @@ namespace winrt::impl
         {
         }
 
-        std::vector<T> const& values() const noexcept
+        // Calls body(values, version) with the lock held.
+        template <typename Body>
+        void read(Body&& body) const
         {
-            return m_values;
-        }
-
-        std::uint32_t version() const noexcept
-        {
-            return m_version;
+            std::shared_lock const lock(m_mutex);
+            body(m_values, m_version);
         }
 
         HRESULT STDMETHODCALLTYPE First(platform::IIterator<argument_t<T>>** iterator) noexcept override
         {
-            return guarded([&] { *iterator = new vector_iterator<T>(self()); });
+            return guarded([&] { *iterator = new vector_iterator<T, Mutex>(self()); });
         }
 
         HRESULT STDMETHODCALLTYPE GetAt(UINT32 index, argument_t<T>* value) noexcept override
         {
             return guarded([&] {
+                std::shared_lock const lock(m_mutex);
                 check_index(m_values, index);
                 *value = hand_out<T>(m_values[index]);
             });
@@ -158,6 +169,7 @@ namespace winrt::impl
 
         HRESULT STDMETHODCALLTYPE get_Size(UINT32* size) noexcept override
         {
+            std::shared_lock const lock(m_mutex);
             *size = static_cast<UINT32>(m_values.size());
             return S_OK;
         }
@@ -170,58 +182,76 @@ namespace winrt::impl
 
         HRESULT STDMETHODCALLTYPE IndexOf(argument_t<T> value, UINT32* index, boolean* found) noexcept override
         {
-            return guarded([&] { *found = find_in(m_values, value, index); });
+            return guarded([&] {
+                std::shared_lock const lock(m_mutex);
+                *found = find_in(m_values, value, index);
+            });
         }
 
         HRESULT STDMETHODCALLTYPE SetAt(UINT32 index, argument_t<T> value) noexcept override
         {
-            return change([&] {
-                check_index(m_values, index);
-                m_values[index] = copy_argument<T>(value);
+            return guarded([&] {
+                T replaced = copy_argument<T>(value);
+                change([&] {
+                    check_index(m_values, index);
+                    std::swap(m_values[index], replaced);
+                });
             });
         }
 
         HRESULT STDMETHODCALLTYPE InsertAt(UINT32 index, argument_t<T> value) noexcept override
         {
-            return change([&] {
-                if (index > m_values.size())
-                {
-                    throw_hresult(error_out_of_bounds);
-                }
-                m_values.insert(m_values.begin() + index, copy_argument<T>(value));
+            return guarded([&] {
+                change([&] {
+                    if (index > m_values.size())
+                    {
+                        throw_hresult(error_out_of_bounds);
+                    }
+                    m_values.insert(m_values.begin() + index, copy_argument<T>(value));
+                });
             });
         }
 
         HRESULT STDMETHODCALLTYPE RemoveAt(UINT32 index) noexcept override
         {
-            return change([&] {
-                check_index(m_values, index);
-                m_values.erase(m_values.begin() + index);
+            return guarded([&] {
+                T removed = empty_value<T>();
+                change([&] {
+                    check_index(m_values, index);
+                    std::swap(m_values[index], removed);
+                    m_values.erase(m_values.begin() + index);
+                });
             });
         }
 
         HRESULT STDMETHODCALLTYPE Append(argument_t<T> value) noexcept override
         {
-            return change([&] { m_values.push_back(copy_argument<T>(value)); });
+            return guarded([&] { change([&] { m_values.push_back(copy_argument<T>(value)); }); });
         }
 
         HRESULT STDMETHODCALLTYPE RemoveAtEnd() noexcept override
         {
-            return change([&] {
-                check_index(m_values, 0);
-                m_values.pop_back();
+            return guarded([&] {
+                T removed = empty_value<T>();
+                change([&] {
+                    check_index(m_values, 0);
+                    std::swap(m_values.back(), removed);
+                    m_values.pop_back();
+                });
             });
         }
 
         HRESULT STDMETHODCALLTYPE Clear() noexcept override
         {
-            return change([&] { m_values.clear(); });
+            std::vector<T> removed;
+            return guarded([&] { change([&] { m_values.swap(removed); }); });
         }
 
         HRESULT STDMETHODCALLTYPE GetMany(UINT32 start, UINT32 capacity, argument_t<T>* values,
                                           UINT32* actual) noexcept override
         {
             return guarded([&] {
+                std::shared_lock const lock(m_mutex);
                 if (start > m_values.size())
                 {
                     throw_hresult(error_out_of_bounds);
@@ -232,24 +262,21 @@ namespace winrt::impl
 
         HRESULT STDMETHODCALLTYPE ReplaceAll(UINT32 size, argument_t<T>* values) noexcept override
         {
-            return change([&] {
+            return guarded([&] {
                 std::vector<T> replacement;
                 std::transform(values, values + size, std::back_inserter(replacement),
                                [](argument_t<T> value) { return copy_argument<T>(value); });
-                m_values = std::move(replacement);
+                change([&] { m_values.swap(replacement); });
             });
         }
 
     private:
         template <typename Body>
-        HRESULT change(Body&& body) noexcept
+        void change(Body&& body)
         {
-            HRESULT const result = guarded(body);
-            if (result >= 0)
-            {
-                ++m_version;
-            }
-            return result;
+            std::unique_lock const lock(m_mutex);
+            body();
+            ++m_version;
         }
 
         com_ptr<vector> self() noexcept
@@ -260,7 +287,15 @@ namespace winrt::impl
             return reference;
         }
 
+        mutable Mutex m_mutex;
         std::vector<T> m_values;
         std::uint32_t m_version = 0;
     };
+
+    template <typename T, typename Mutex>
+    Windows::Foundation::Collections::IVector<T> make_vector(std::vector<T>&& values)
+    {
+        auto* const object = new vector<T, Mutex>(std::move(values));
+        return {static_cast<platform::IVector<argument_t<T>>*>(object), take_ownership_from_abi};
+    }
 } // namespace winrt::impl
