@@ -7,8 +7,11 @@
 
 #include <gmock/gmock.h>
 
+#include <atomic>
 #include <bit>
 #include <string>
+#include <thread>
+#include <vector>
 
 using namespace test;
 using testing::ElementsAre;
@@ -209,6 +212,61 @@ TEST(WinrtVector, AppendsRemovesAndClears)
     EXPECT_EQ(CodeOf([&] { values.RemoveAt(1); }), outOfBounds);
     values.Clear();
     EXPECT_EQ(values.Size(), 0u);
+}
+
+TEST(WinrtVector, MultiThreadedBehavesAsTheOther)
+{
+    auto const values = winrt::multi_threaded_vector<winrt::hstring>({L"a", L"b", L"c"});
+    auto const iterator = IIterable<winrt::hstring>(values).First();
+    EXPECT_EQ(iterator.Current(), L"a");
+    values.RemoveAt(1);
+    EXPECT_EQ(values.Size(), 2u);
+    EXPECT_EQ(values.GetAt(1), L"c");
+    EXPECT_EQ(CodeOf([&] { static_cast<void>(values.GetAt(2)); }), outOfBounds);
+    EXPECT_EQ(CodeOf([&] { values.RemoveAt(2); }), outOfBounds);
+    EXPECT_EQ(CodeOf([&] { static_cast<void>(iterator.Current()); }), changedState);
+    values.Append(L"d");
+    EXPECT_EQ(values.GetView().GetAt(2), L"d");
+    values.Clear();
+    EXPECT_EQ(values.Size(), 0u);
+}
+
+TEST(WinrtVector, MultiThreadedStaysSoundUnderItsThreads)
+{
+    auto const values = winrt::multi_threaded_vector<winrt::hstring>();
+    constexpr int calls = 20'000;
+    std::atomic<int> appended{0};
+    std::atomic<int> removed{0};
+    std::vector<std::thread> threads;
+    for (int thread = 0; thread < 2; ++thread)
+    {
+        threads.emplace_back([&] {
+            for (int call = 0; call < calls; ++call)
+            {
+                values.Append(L"text");
+                ++appended;
+            }
+        });
+        threads.emplace_back([&] {
+            for (int call = 0; call < calls; ++call)
+            {
+                auto const code = CodeOf([&] { values.RemoveAt(values.Size() / 2); });
+                EXPECT_TRUE(code == 0 || code == outOfBounds);
+                removed += code == 0 ? 1 : 0;
+            }
+        });
+    }
+    for (int call = 0; call < calls; ++call)
+    {
+        winrt::hstring text;
+        auto const code = CodeOf([&] { text = values.GetAt(values.Size() / 2); });
+        EXPECT_TRUE(code == outOfBounds || text == L"text");
+    }
+    for (auto& thread : threads)
+    {
+        thread.join();
+    }
+    EXPECT_EQ(values.Size(), static_cast<std::uint32_t>(appended - removed));
 }
 
 TEST(WinrtVector, IsAgileAtTheBinaryLevel)
