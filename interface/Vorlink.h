@@ -11,7 +11,9 @@
 //    name being paired, the data store, the watchers. Objects made by several calls share it, and the host
 //    must not run operations concurrently. An object may be released while a pairing is pending. The library
 //    is best left loaded to the end of the process: a watcher that was started runs on, and an event on its
-//    way, or a pairing still pending, would meet code that is gone.
+//    way, or a pairing still pending, would meet code that is gone. The library's own threads do not: each
+//    keeps it loaded until it has ended, for some seconds after a pairing or an unpairing and for 25 seconds
+//    after a StartIosWatcher, whatever the host unloads.
 // 4. Threads. An operation runs on the caller's thread. A callback comes on the thread that its operation
 //    says; it must not throw, and a slow one delays the library's next step.
 // 5. COM. The caller's thread need not have initialised COM: the library then joins the process's
@@ -22,8 +24,8 @@
 // 7. Errors. There are no error codes. A failing platform call in an operation, on the caller's thread,
 //    throws the platform's error (winrt::hresult_error); a failure to start a thread throws
 //    std::system_error. A host that does not know the first type catches with `catch (...)`. An error
-//    in UnpairedCurrent, or behind an operation that has already returned, ends the process through the
-//    platform's fail-fast.
+//    in UnpairedCurrent, in the phone watcher's events, or behind an operation that has already returned, ends
+//    the process through the platform's fail-fast.
 // 8. Files. The log ("log.log"), the data store ("MyLEData") and, for a moment, a listing ("ble.jpg") live in
 //    the process's current directory. Standard output gets the store's entries and the listing's lines.
 #ifndef VORLINK_H
@@ -60,7 +62,7 @@ using PairResultCallback = void (*)(PairReport report);
 using UnpairResultCallback = void (*)(bool success, int reserved);
 
 // Called on the platform's event thread with a device's name in zero-terminated UTF-16, which is valid
-// during the call alone, and its length in UTF-16 code units.
+// during the call alone, and its length in UTF-16 code units: a character outside the basic plane counts as two.
 using IosDeviceCallback = void (*)(wchar_t const* name, std::uint32_t length);
 
 // The operations, in the order of their slots, which is the binary contract. No virtual destructor and no
@@ -87,10 +89,21 @@ struct Vorlink
     // has is not reported, and neither is an error of the platform on the LE side, which is logged alone.
     virtual void UnpairedCurrent(std::string name, UnpairResultCallback callback) = 0;
 
-    // Watches for phones, or, while it watches, stops. True when a watcher was started.
+    // Watches for phones and other Bluetooth Classic devices. Keeps every one that the platform reports, paired or
+    // not, and calls `callback` with the name of each that is not paired, can pair and has a name when the platform
+    // first reports it; a name that comes later is kept alone. Ends when the platform has enumerated its devices, or
+    // 25 seconds after the start of this watcher or of an earlier one. No callback tells of the end.
+    // True when a watcher was started. While one runs: stops it and returns false, from then on calling the new
+    // `callback` for what is still on its way. What was kept stays for IosPairedDevicce until the next start or
+    // Uninitialize. Nothing guards a stop by the host against an end by itself at the same moment.
+    // Throws the platform's error. A watcher that could not be started counts as running: the next call stops it,
+    // which Windows refuses for one that never ran (E_ILLEGAL_METHOD_CALL), and so do all further ones.
     virtual bool StartIosWatcher(IosDeviceCallback callback) = 0;
 
-    // Pairs a device that the watcher has seen, by its exact name. Reports as PairedDevice does.
+    // Pairs a device that StartIosWatcher's watcher has kept, still running or not: the first whose name in UTF-8
+    // equals `name` byte by byte. Returns once the pairing has begun, and reports as PairedDevice does; before it
+    // returns when no device has that name. Throws the platform's error: E_BOUNDS when a device was removed while
+    // the search was under way, which a second call gets over.
     virtual void IosPairedDevicce(std::string name, PairResultCallback callback) = 0;
 };
 

@@ -19,7 +19,7 @@ namespace vorlink
             std::uint32_t const size = list.Size();
             for (std::uint32_t i = 0; i < size; ++i)
             {
-                auto const entry = list.GetAt(i);
+                auto entry = list.GetAt(i);
                 std::string const entryName = NarrowText(entry.Name(), CodePage::Utf8);
                 VORLINK_LOG(1222, function, "tname is %s param name is %s", entryName.c_str(), name.c_str());
                 if (entryName == name)

@@ -7,71 +7,11 @@
 
 namespace winrt::Windows::Devices::Enumeration
 {
-    enum class DeviceInformationKind : std::int32_t
-    {
-        Unknown = 0,
-        DeviceInterface = 1,
-        DeviceContainer = 2,
-        Device = 3,
-        DeviceInterfaceClass = 4,
-        AssociationEndpoint = 5,
-        AssociationEndpointContainer = 6,
-        AssociationEndpointService = 7,
-        DevicePanel = 8,
-        AssociationEndpointProtocol = 9,
-    };
-
-    enum class DevicePairingKinds : std::uint32_t
-    {
-        None = 0,
-        ConfirmOnly = 1,
-        DisplayPin = 2,
-        ProvidePin = 4,
-        ConfirmPinMatch = 8,
-        ProvidePasswordCredential = 16,
-        ProvideAddress = 32,
-    };
-
-    enum class DevicePairingProtectionLevel : std::int32_t
-    {
-        Default = 0,
-        None = 1,
-        Encryption = 2,
-        EncryptionAndAuthentication = 3,
-    };
-
-    enum class DevicePairingResultStatus : std::int32_t
-    {
-        Paired = 0,
-        NotReadyToPair = 1,
-        NotPaired = 2,
-        AlreadyPaired = 3,
-        ConnectionRejected = 4,
-        TooManyConnections = 5,
-        HardwareFailure = 6,
-        AuthenticationTimeout = 7,
-        AuthenticationNotAllowed = 8,
-        AuthenticationFailure = 9,
-        NoSupportedProfiles = 10,
-        ProtectionLevelCouldNotBeMet = 11,
-        AccessDenied = 12,
-        InvalidCeremonyData = 13,
-        PairingCanceled = 14,
-        OperationAlreadyInProgress = 15,
-        RequiredHandlerNotRegistered = 16,
-        RejectedByHandler = 17,
-        RemoteDeviceHasAssociation = 18,
-        Failed = 19,
-    };
-
-    enum class DeviceUnpairingResultStatus : std::int32_t
-    {
-        Unpaired = 0,
-        AlreadyUnpaired = 1,
-        OperationAlreadyInProgress = 2,
-        AccessDenied = 3,
-        Failed = 4,
-    };
+    using platform::DeviceInformationKind;
+    using platform::DevicePairingKinds;
+    using platform::DevicePairingProtectionLevel;
+    using platform::DevicePairingResultStatus;
+    using platform::DeviceUnpairingResultStatus;
 
     // The default interfaces of the classes below; the platform's objects are referred to through them.
     struct DeviceInformationUpdate : Foundation::IInspectable
@@ -249,23 +189,23 @@ namespace winrt::Windows::Devices::Enumeration
 
     inline DevicePairingResultStatus DevicePairingResult::Status() const
     {
-        platform::DevicePairingResultStatus value{};
+        DevicePairingResultStatus value{};
         check_hresult(impl::interface_of(*this)->get_Status(&value));
-        return static_cast<DevicePairingResultStatus>(value);
+        return value;
     }
 
     inline DeviceUnpairingResultStatus DeviceUnpairingResult::Status() const
     {
-        platform::DeviceUnpairingResultStatus value{};
+        DeviceUnpairingResultStatus value{};
         check_hresult(impl::interface_of(*this)->get_Status(&value));
-        return static_cast<DeviceUnpairingResultStatus>(value);
+        return value;
     }
 
     inline DevicePairingKinds DevicePairingRequestedEventArgs::PairingKind() const
     {
-        platform::DevicePairingKinds value{};
+        DevicePairingKinds value{};
         check_hresult(impl::interface_of(*this)->get_PairingKind(&value));
-        return static_cast<DevicePairingKinds>(value);
+        return value;
     }
 
     inline void DevicePairingRequestedEventArgs::Accept() const
@@ -277,9 +217,8 @@ namespace winrt::Windows::Devices::Enumeration
         DevicePairingKinds const& pairingKindsSupported, DevicePairingProtectionLevel const& minProtectionLevel) const
     {
         Foundation::IAsyncOperation<DevicePairingResult> operation{nullptr};
-        check_hresult(impl::interface_of(*this)->PairWithProtectionLevelAsync(
-            static_cast<platform::DevicePairingKinds>(pairingKindsSupported),
-            static_cast<platform::DevicePairingProtectionLevel>(minProtectionLevel), impl::out(operation)));
+        check_hresult(impl::interface_of(*this)->PairWithProtectionLevelAsync(pairingKindsSupported, minProtectionLevel,
+                                                                              impl::out(operation)));
         return operation;
     }
 
@@ -331,8 +270,8 @@ namespace winrt::Windows::Devices::Enumeration
             L"Windows.Devices.Enumeration.DeviceInformation");
         DeviceWatcher watcher{nullptr};
         check_hresult(statics->CreateWatcherWithKindAqsFilterAndAdditionalProperties(
-            static_cast<HSTRING>(get_abi(aqsFilter)), impl::interface_of(additionalProperties),
-            static_cast<platform::DeviceInformationKind>(kind), impl::out(watcher)));
+            static_cast<HSTRING>(get_abi(aqsFilter)), impl::interface_of(additionalProperties), kind,
+            impl::out(watcher)));
         return watcher;
     }
 

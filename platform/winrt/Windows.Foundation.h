@@ -7,13 +7,7 @@
 
 namespace winrt::Windows::Foundation
 {
-    enum class AsyncStatus : std::int32_t
-    {
-        Started = 0,
-        Completed = 1,
-        Canceled = 2,
-        Error = 3,
-    };
+    using platform::AsyncStatus;
 
     template <typename TResult>
     struct AsyncOperationCompletedHandler;
@@ -102,9 +96,9 @@ namespace winrt::Windows::Foundation
     template <typename TResult>
     AsyncStatus IAsyncOperation<TResult>::Status() const
     {
-        platform::AsyncStatus value{};
+        AsyncStatus value{};
         check_hresult(impl::interface_of(this->template as<IAsyncInfo>())->get_Status(&value));
-        return static_cast<AsyncStatus>(value);
+        return value;
     }
 
     template <typename TResult>
