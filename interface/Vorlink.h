@@ -24,8 +24,9 @@
 // 7. Errors. There are no error codes. A failing platform call in an operation, on the caller's thread,
 //    throws the platform's error (winrt::hresult_error); a failure to start a thread throws
 //    std::system_error. A host that does not know the first type catches with `catch (...)`. An error
-//    in UnpairedCurrent, in the phone watcher's events, or behind an operation that has already returned, ends
-//    the process through the platform's fail-fast.
+//    in UnpairedCurrent, in a pairing from its beginning, in the phone watcher's events, or behind an operation
+//    that has already returned, ends the process through the platform's fail-fast; one in the phone watcher's
+//    end after 25 seconds through std::terminate.
 // 8. Files. The log ("log.log"), the data store ("MyLEData") and, for a moment, a listing ("ble.jpg") live in
 //    the process's current directory. Standard output gets the store's entries and the listing's lines.
 #ifndef VORLINK_H
@@ -63,6 +64,7 @@ using UnpairResultCallback = void (*)(bool success, int reserved);
 
 // Called on the platform's event thread with a device's name in zero-terminated UTF-16, which is valid
 // during the call alone, and its length in UTF-16 code units: a character outside the basic plane counts as two.
+// The device can be paired by IosPairedDevicce once the callback has returned.
 using IosDeviceCallback = void (*)(wchar_t const* name, std::uint32_t length);
 
 // The operations, in the order of their slots, which is the binary contract. No virtual destructor and no
@@ -91,19 +93,20 @@ struct Vorlink
 
     // Watches for phones and other Bluetooth Classic devices. Keeps every one that the platform reports, paired or
     // not, and calls `callback` with the name of each that is not paired, can pair and has a name when the platform
-    // first reports it; a name that comes later is kept alone. Ends when the platform has enumerated its devices, or
-    // 25 seconds after the start of this watcher or of an earlier one. No callback tells of the end.
+    // reports it as added; a name that comes later is kept without a call. Ends when the platform has enumerated its
+    // devices, or 25 seconds after the start of this watcher or of an earlier one. No callback tells of the end.
     // True when a watcher was started. While one runs: stops it and returns false, from then on calling the new
     // `callback` for what is still on its way. What was kept stays for IosPairedDevicce until the next start or
-    // Uninitialize. Nothing guards a stop by the host against an end by itself at the same moment.
+    // Uninitialize. Nothing guards these ends against each other: two at the very same moment may end the process.
     // Throws the platform's error. A watcher that could not be started counts as running: the next call stops it,
-    // which Windows refuses for one that never ran (E_ILLEGAL_METHOD_CALL), and so do all further ones.
+    // which Windows refuses for one that never ran (E_ILLEGAL_METHOD_CALL), and so do all further ones. Should an
+    // earlier start's 25 seconds still run, their end meets the same error and ends the process.
     virtual bool StartIosWatcher(IosDeviceCallback callback) = 0;
 
     // Pairs a device that StartIosWatcher's watcher has kept, still running or not: the first whose name in UTF-8
     // equals `name` byte by byte. Returns once the pairing has begun, and reports as PairedDevice does; before it
-    // returns when no device has that name. Throws the platform's error: E_BOUNDS when a device was removed while
-    // the search was under way, which a second call gets over.
+    // returns when no device has that name. An error of the search is thrown: E_BOUNDS when a device was removed
+    // meanwhile, which a second call gets over.
     virtual void IosPairedDevicce(std::string name, PairResultCallback callback) = 0;
 };
 

@@ -40,7 +40,8 @@ namespace vorlink
     };
 
     // Runs `body` on a thread of its own, which nobody joins. The library's code stays loaded until it has
-    // ended, whatever the host unloads meanwhile. Throws std::system_error when no thread can be started.
+    // ended, whatever the host unloads meanwhile. Throws std::system_error (resource_unavailable_try_again)
+    // when no thread can be started.
     //
     // Not a std::thread: what that holds for its body is let go of behind the body's end, in code that would
     // be gone by then.
@@ -51,7 +52,7 @@ namespace vorlink
         HANDLE const thread = CreateThread(nullptr, 0, &DetachedStart<Body>::Run, start.get(), 0, nullptr);
         if (!thread)
         {
-            throw std::system_error(static_cast<int>(GetLastError()), std::system_category());
+            throw std::system_error(std::make_error_code(std::errc::resource_unavailable_try_again)); // as std::thread
         }
         (void)start.release(); // the thread's now
         CloseHandle(thread);

@@ -45,7 +45,8 @@ namespace vorlink
         winrt::Windows::Foundation::Collections::IVector<enumeration::DeviceInformation> IosDeviceList =
             winrt::multi_threaded_vector<enumeration::DeviceInformation>();
 
-        // The phone watcher while it runs, and its registrations. The one for Removed outlives it.
+        // The phone watcher while it runs, and its registrations. The one for Removed stays after a stop, until the
+        // next start replaces it.
         enumeration::DeviceWatcher IosWatcher{nullptr};
         enumeration::DeviceWatcher::Added_revoker iosAdded;
         enumeration::DeviceWatcher::Updated_revoker iosUpdated;

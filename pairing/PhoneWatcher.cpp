@@ -7,7 +7,7 @@
 
 #include <windows.h>
 
-#include <ctime>
+#include <chrono>
 
 namespace vorlink
 {
@@ -51,14 +51,15 @@ namespace vorlink
         library.iosStopped.revoke();
         library.IosWatcher.Stop();
         library.IosWatcher = nullptr;
-        // Readers of the log know this end of a watcher as an entry.
+        // The message says "entry" although it comes last; readers of the log go by it.
         VORLINK_LOG(87, "StopIosWatcher", "entry StopIosWatcher  %d ", static_cast<int>(library.IosDeviceList.Size()));
     }
 
     void ThreadEndWatcher()
     {
-        std::clock_t const start = std::clock(); // milliseconds of wall clock on Windows
-        while ((std::clock() - start) / 1000.0 < 25.0)
+        using Clock = std::chrono::steady_clock; // the system's time may be set meanwhile
+        auto const start = Clock::now();
+        while (Clock::now() - start < std::chrono::seconds(25))
         {
             Sleep(1);
         }

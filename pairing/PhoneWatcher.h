@@ -1,5 +1,5 @@
 // The phone watcher: reports pairable Classic devices to the host, keeps every endpoint that it sees, and ends by
-// itself. All its state is the library's, and but for one removal nothing locks it.
+// itself. All its state is the library's, and no mutex of the library's guards it, but for one removal from the list.
 #pragma once
 
 #include "pairing/Enumeration.h"

@@ -1,5 +1,6 @@
 // Pairing one of the endpoints that the phone watcher has kept.
 #include "tests/library/phone_host.h"
+#include "tests/support/replaced_import.h"
 
 #include <thread>
 
@@ -196,7 +197,7 @@ TEST(PairPhone, ALaterPairingByNameTakesOverTheReport)
         MakeVorlink()->PairedDevice("Nobody", OtherHost::Callback);
     })
         .detach();
-    ASSERT_TRUE(WaitForCall("DeviceWatcher.Start(#2)"));
+    ASSERT_TRUE(WaitForCall("! DeviceWatcher.Added(#2, "));
     SimulateEnumerationCompletes();
     ASSERT_TRUE(OtherHost::WaitFor(1));
     ASSERT_TRUE(SimulatePairingCompletes(idA.c_str(), 0)) << SimulatorLastError();
@@ -219,6 +220,40 @@ TEST(PairPhone, ErrorOfAnEntryReachesTheHostBehindTheStoredCallback)
     ASSERT_TRUE(Host::WaitFor(1));
     EXPECT_EQ(Text(Host::At(0).name), "Ana");
     EXPECT_EQ(OtherHost::Count(), 0u);
+}
+
+namespace
+{
+    // The first conversion of a name meets the departure of a device.
+    int WINAPI LeavingMeanwhile(UINT page, DWORD flags, LPCWCH text, int length, LPSTR narrow, int size, LPCCH other,
+                                LPBOOL used)
+    {
+        static bool const left = [] {
+            EXPECT_TRUE(SimulateDeviceLeaves(idA.c_str())) << SimulatorLastError();
+            return SimulatorWaitIdle(20'000) != 0;
+        }();
+        EXPECT_TRUE(left);
+        return WideCharToMultiByte(page, flags, text, length, narrow, size, other, used);
+    }
+} // namespace
+
+TEST(PairPhone, DeviceThatLeavesDuringTheSearchMakesItFailAtTheEnd)
+{
+    auto const vorlink = Watching(Device("Ana", addressA) + Device("Ben", addressB));
+    ReplaceImport(LibraryModule(), "WideCharToMultiByte", &LeavingMeanwhile);
+    constexpr auto outOfBounds = static_cast<std::int32_t>(0x8000000B);
+    EXPECT_EQ(CodeOf([&] { vorlink->IosPairedDevicce("Nobody", Host::Callback); }), outOfBounds);
+    EXPECT_THAT(LogOf(search), ElementsAre(Visited("Ana", "Nobody")));
+    EXPECT_EQ(Host::Count(), 0u);
+    vorlink->IosPairedDevicce("Nobody", Host::Callback);
+    EXPECT_EQ(Host::Count(), 1u) << "the next search gets over it";
+}
+
+TEST(PairPhone, ConversionsInNamesAreNotInterpreted)
+{
+    auto const vorlink = Watching(Device("%s%n%d", addressA));
+    vorlink->IosPairedDevicce("%n%s", Host::Callback);
+    EXPECT_THAT(LogOf(search), ElementsAre(Visited("%s%n%d", "%n%s"), notFound));
 }
 
 TEST(PairPhone, NotFoundDoesNotStoreTheName)

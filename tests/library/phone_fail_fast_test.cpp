@@ -106,3 +106,18 @@ TEST(PhoneFailFast, AtTheEndOfTheEnumeration)
         EndedByFailFast, "");
     EXPECT_THAT(Log(), ElementsAre(AddedRecord("Ana")));
 }
+
+TEST(PhoneFailFast, NullCallbackEndsTheProcessAtTheFirstReportAlone)
+{
+    auto const isCrash = [](int code) { return code != 0 && code != 5 && code != 6; };
+    EXPECT_EXIT(
+        {
+            Load(patient + Device("Ana", addressA, "is-paired = true") +
+                 Device("Ben", addressB, "appears-ms = 'never'"));
+            MakeVorlink()->StartIosWatcher(nullptr);
+            SimulatorWaitIdle(20'000) || TerminateProcess(GetCurrentProcess(), 5);
+            SimulateDeviceAppears(idB.c_str());
+            OutliveTheError();
+        },
+        isCrash, "");
+}

@@ -56,6 +56,14 @@ namespace test
         return vorlink;
     }
 
+    // From now on events wait, the arrival of this device first.
+    inline void HoldArrival(std::string const& id)
+    {
+        SimulatorHoldEvents();
+        ASSERT_TRUE(SimulateDeviceAppears(id.c_str())) << SimulatorLastError();
+        ASSERT_TRUE(WaitForCall(("! DeviceWatcher.Added(#1, " + id + ")").c_str()));
+    }
+
     // The names of the endpoints that the library keeps, in their order: those that a search for none of them visits.
     inline std::vector<std::string> Kept(Vorlink& vorlink)
     {

@@ -197,7 +197,7 @@ TEST(SlowPhoneStress, StartingAndStoppingLeavesNothingBehindOnceTheThreadsHaveEn
     }
     auto const after = Measure();
     Print("after 25 s", after);
-    EXPECT_EQ(after.threads, threads);
+    EXPECT_LE(after.threads, threads);
     EXPECT_LE(after.handles, before.handles + 4) << "that some come late does not hang on the rounds";
     EXPECT_LE(after.objects, before.objects);
 }

@@ -27,7 +27,8 @@ namespace test
         }
 
         std::vector<std::string> calls;
-        std::string failing; // the call that fails
+        std::string failing;                                      // the call that fails
+        vorlink::enumeration::DeviceInformation element{nullptr}; // stands at every index
         HRESULT failure = static_cast<HRESULT>(0x80070490);
 
         HRESULT STDMETHODCALLTYPE get_Size(UINT32* size) override
@@ -39,9 +40,11 @@ namespace test
         {
             return Note("Clear", S_OK);
         }
-        HRESULT STDMETHODCALLTYPE GetAt(UINT32, Element*) override
+        HRESULT STDMETHODCALLTYPE GetAt(UINT32, Element* value) override
         {
-            return Note("GetAt", E_NOTIMPL);
+            auto copy = element;
+            *value = static_cast<Element>(winrt::detach_abi(copy));
+            return Note("GetAt", S_OK);
         }
         HRESULT STDMETHODCALLTYPE GetView(platform::IVectorView<Element>**) override
         {
@@ -61,11 +64,11 @@ namespace test
         }
         HRESULT STDMETHODCALLTYPE RemoveAt(UINT32) override
         {
-            return Note("RemoveAt", E_NOTIMPL);
+            return Note("RemoveAt", S_OK);
         }
         HRESULT STDMETHODCALLTYPE Append(Element) override
         {
-            return Note("Append", E_NOTIMPL);
+            return Note("Append", S_OK);
         }
         HRESULT STDMETHODCALLTYPE RemoveAtEnd() override
         {

@@ -103,8 +103,11 @@ TEST(PairPhoneState, ErrorOfTheListReachesTheHostBehindTheStoredCallback)
 
 TEST(PairPhoneState, SizeIsReadOnce)
 {
-    FakeList list(0);
+    Load(prompt + Device("Ana", "a4:c1:38:5e:22:0f"));
+    Watcher watcher;
+    FakeList list(3);
+    list.element = watcher.Devices().at(0);
     ListInPlace const inPlace(list);
-    SubVorlink().IosPairedDevicce("Ana", Host::Callback);
-    EXPECT_THAT(list.calls, ElementsAre("get_Size"));
+    SubVorlink().IosPairedDevicce("Ben", Host::Callback);
+    EXPECT_THAT(list.calls, ElementsAre("get_Size", "GetAt", "GetAt", "GetAt"));
 }

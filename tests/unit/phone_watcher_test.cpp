@@ -9,16 +9,22 @@
 #include "tests/support/neighbourhood.h"
 #include "tests/support/patience.h"
 #include "tests/support/phones.h"
+#include "tests/support/process_end.h"
+#include "tests/support/replaced_import.h"
 #include "tests/support/trace.h"
 
 #include <gmock/gmock.h>
 
+#include <atomic>
 #include <chrono>
 #include <future>
 #include <memory>
+#include <thread>
+#include <vector>
 
 using namespace test;
 using namespace vorlink;
+using testing::Each;
 using testing::ElementsAre;
 using testing::ElementsAreArray;
 using testing::IsEmpty;
@@ -302,6 +308,65 @@ TEST(PhoneHandlers, IdentifiersDifferByCase)
     EXPECT_THAT(Kept(), ElementsAre(L"Ana"));
 }
 
+TEST(PhoneHandlers, IdentifiersOfUpdatesDifferByCase)
+{
+    Load(patient + Device("Ana", address, "[device.classic]\nid = 'Bluetooth#A'") +
+         Device("Ben", "00:00:00:00:00:02", "[device.classic]\nid = 'Bluetooth#a'"));
+    Watcher watcher;
+    for (auto const& device : watcher.Devices())
+    {
+        Library().IosDeviceList.Append(device);
+    }
+    ASSERT_TRUE(SimulateDeviceChanges("Bluetooth#a", "System.ItemNameDisplay", "\"New\"")) << SimulatorLastError();
+    OnDeviceUpdated(watcher.Sender(), watcher.Updates().at(0));
+    EXPECT_THAT(Kept(), ElementsAre(L"Ana", L"New"));
+}
+
+TEST(PhoneHandlers, ReadTheSizeOnce)
+{
+    auto const watcher = Over("Ana");
+    Load(patient + Device("Other", "00:00:00:00:00:02"));
+    Watcher others;
+    FakeList list(2);
+    list.element = others.Devices().at(0);
+    ListInPlace const inPlace(list);
+    auto const update = Rename(others, "00:00:00:00:00:02");
+    OnDeviceUpdated(watcher->Sender(), update);
+    EXPECT_THAT(list.calls, ElementsAre("get_Size", "GetAt"));
+    list.calls.clear();
+    OnDeviceRemoved(watcher->Sender(), update);
+    EXPECT_THAT(list.calls, ElementsAre("get_Size", "GetAt", "RemoveAt"));
+}
+
+namespace
+{
+    class FailingList : public testing::TestWithParam<char const*>
+    {
+    };
+
+    void HandleAllWith(FakeList& list)
+    {
+        auto const watcher = Over("Ana");
+        list.element = watcher->Devices().at(0);
+        Library().IosDeviceList = list.Projected();
+        auto const update = Rename(*watcher, address);
+        OnDeviceAdded(watcher->Sender(), list.element);
+        OnDeviceUpdated(watcher->Sender(), update);
+        OnDeviceRemoved(watcher->Sender(), update);
+        TerminateProcess(GetCurrentProcess(), 5);
+    }
+} // namespace
+
+TEST_P(FailingList, EndsTheProcess)
+{
+    FakeList list(1);
+    list.failing = GetParam();
+    EXPECT_EXIT(HandleAllWith(list), EndedByFailFast, "");
+}
+
+INSTANTIATE_TEST_SUITE_P(PhoneHandlers, FailingList, testing::Values("Append", "get_Size", "GetAt", "RemoveAt"),
+                         [](auto const& test) { return std::string(test.param); });
+
 TEST(PhoneHandlers, OnlyARemovalWaitsForItsMutex)
 {
     auto const watcher = Over("Ana");
@@ -314,6 +379,13 @@ TEST(PhoneHandlers, OnlyARemovalWaitsForItsMutex)
     auto const updated = std::async(std::launch::async, [&] { OnDeviceUpdated(sender, update); });
     ASSERT_TRUE(Ends(updated));
     EXPECT_THAT(Kept(), ElementsAre(L"Renamed"));
+    auto const stopped = std::async(std::launch::async, [] {
+        EXPECT_TRUE(SubVorlink().StartIosWatcher(Phones::Callback)); // clears the list
+        StopIosWatcher();
+        SubVorlink().Uninitialize();
+    });
+    ASSERT_TRUE(Ends(stopped));
+    OnDeviceAdded(sender, watcher->Devices().at(0));
 
     SimulatorClearTrace();
     auto const removed = std::async(std::launch::async, [&] { OnDeviceRemoved(sender, update); });
@@ -351,6 +423,71 @@ TEST(PhoneHandlers, StoppedDoesNothing)
     EXPECT_TRUE(Library().IosWatcher);
     EXPECT_THAT(Trace(), IsEmpty());
     EXPECT_FALSE(LogExists());
+}
+
+TEST(PhoneState, FailedCreationAndFailedStopHaveStoredTheCallback)
+{
+    Load(patient);
+    ASSERT_TRUE(SimulateFailure("DeviceInformation.CreateWatcherWithKindAqsFilterAndAdditionalProperties", code));
+    EXPECT_EQ(CodeOfStart(), code);
+    EXPECT_EQ(Library().iosDeviceCallback, Phones::Callback);
+    Library().iosDeviceCallback = nullptr;
+    ASSERT_TRUE(SimulateFailure("DeviceWatcher.Start", code));
+    EXPECT_EQ(CodeOfStart(), code);
+    Library().iosDeviceCallback = nullptr;
+    EXPECT_NE(CodeOfStart(), 0); // it was never started, so it does not stop
+    EXPECT_EQ(Library().iosDeviceCallback, Phones::Callback);
+}
+
+TEST(PhoneState, FailedClearReachesTheHostBeforeAWatcherIsMade)
+{
+    Load(patient);
+    FakeList list(1);
+    list.failing = "Clear";
+    ListInPlace const inPlace(list);
+    EXPECT_EQ(CodeOfStart(), list.failure);
+    EXPECT_THAT(Trace(), IsEmpty());
+}
+
+namespace
+{
+    // A clock that only sleeping moves on.
+    std::atomic<LONGLONG> ticks{0};
+    LONGLONG ticksASecond = 0;
+    DWORD endThread = 0;
+    std::vector<DWORD> sleeps; // of that thread
+
+    BOOL WINAPI SleptTicks(LARGE_INTEGER* value)
+    {
+        value->QuadPart = ticks;
+        return TRUE;
+    }
+
+    void WINAPI PretendToSleep(DWORD milliseconds)
+    {
+        if (GetCurrentThreadId() == endThread)
+        {
+            sleeps.push_back(milliseconds);
+            ticks += milliseconds * ticksASecond / 1000;
+        }
+    }
+} // namespace
+
+TEST(PhoneEnd, SleepsOneMillisecondAtATimeUntil25SecondsHavePassed)
+{
+    Load(patient);
+    LARGE_INTEGER frequency{};
+    QueryPerformanceFrequency(&frequency);
+    ticksASecond = frequency.QuadPart;
+    ReplaceImport(GetModuleHandleW(nullptr), "QueryPerformanceCounter", &SleptTicks);
+    ReplaceImport(GetModuleHandleW(nullptr), "Sleep", &PretendToSleep);
+    std::thread([] {
+        endThread = GetCurrentThreadId();
+        ThreadEndWatcher();
+        endThread = 0; // the thread's own end may sleep too
+    }).join();
+    EXPECT_THAT(sleeps, SizeIs(25'000));
+    EXPECT_THAT(sleeps, Each(1));
 }
 
 TEST(SlowPhoneEnd, WaitsFor25SecondsAndThenStopsNothingWhereNothingRuns)

@@ -133,7 +133,7 @@ namespace winrt::impl
         std::uint32_t m_index = 0;
     };
 
-    // Elements are let go of behind the lock: their ends may run code that comes back here.
+    // Elements are released when the lock is no longer held: their ends may run code that comes back here.
     template <typename T, typename Mutex>
     class vector final
         : public inspectable_object<platform::IVector<argument_t<T>>, platform::IVectorView<argument_t<T>>,
