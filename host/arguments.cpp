@@ -6,6 +6,7 @@
 
 #include <shellapi.h>
 
+#include <array>
 #include <memory>
 #include <sstream>
 #include <vector>
@@ -44,45 +45,80 @@ namespace
         return name.empty() ? "the name is empty" : "";
     }
 
-    CLI::App* AddCommand(CLI::App& app, char const* command, char const* purpose, Arguments& arguments,
-                         int& timeoutSeconds)
+    struct CommandText
     {
-        auto* const added = app.add_subcommand(command, purpose);
-        added->add_option("NAME", arguments.name, "The name that the device shows; in quotes when it holds blanks")
-            ->option_text(" ")
-            ->required()
-            ->check(CLI::Validator{NotEmpty, ""});
-        added->add_flag("--log", arguments.log,
+        Command command;
+        char const* word;
+        char const* purpose;
+        char const* timeoutHelp;
+        char const* footer;
+        bool takesName;
+        bool pairs;
+    };
+
+    constexpr char timeoutHelp[] = "Seconds to wait for the answer, search included; 60 unless given";
+    constexpr char longNames[] = "A name of 14 bytes or more also matches a device whose name contains it.";
+
+    constexpr std::array commandTexts{
+        CommandText{Command::Pair, "pair", "Finds a Bluetooth device by its name and pairs it", timeoutHelp, longNames,
+                    true, true},
+        CommandText{Command::Unpair, "unpair",
+                    "Finds a Bluetooth device by its name and unpairs its Classic and LE endpoints", timeoutHelp,
+                    longNames, true, false},
+        CommandText{Command::Phones, "phones",
+                    "Lists the phones and other Bluetooth Classic devices that can be paired",
+                    "Seconds to search at most; the search ends by itself after 25",
+                    "Each name is printed as soon as it is seen. Ctrl+C ends the search early.", false, false},
+        CommandText{Command::PairPhone, "pair-phone", "Waits until a phone of this name is seen and pairs it",
+                    timeoutHelp, "The name must be exactly the one that \"vorlinkctl phones\" lists.", true, true},
+    };
+
+    struct Options
+    {
+        Arguments arguments;
+        int timeoutSeconds = 60;
+        bool noLearn = false;
+    };
+
+    void AddCommand(CLI::App& app, CommandText const& text, Options& options)
+    {
+        auto* const added = app.add_subcommand(text.word, text.purpose);
+        if (text.takesName)
+        {
+            added
+                ->add_option("NAME", options.arguments.name,
+                             "The name that the device shows; in quotes when it holds blanks")
+                ->option_text(" ")
+                ->required()
+                ->check(CLI::Validator{NotEmpty, ""});
+        }
+        added->add_flag("--log", options.arguments.log,
                         "Write the library's log (log.log, in this folder) and show its new records");
-        added
-            ->add_option("--timeout", timeoutSeconds,
-                         "Seconds to wait for the answer, search included; 60 unless given")
+        added->add_option("--timeout", options.timeoutSeconds, text.timeoutHelp)
             ->option_text("S")
             ->check(CLI::Range(1, 86400));
-        added->footer("A name of 14 bytes or more also matches a device whose name contains it.\n\n" + ExitCodeHelp());
-        return added;
+        if (text.pairs)
+        {
+            added->add_flag(
+                "--no-learn", options.noLearn,
+                "Do not wait, after the pairing, for what the library learns of the device's LE side (MyLEData)");
+        }
+        added->footer(std::string{text.footer} + "\n\n" + ExitCodeHelp());
     }
 } // namespace
 
 std::variant<Arguments, EarlyExit> ReadArguments()
 {
-    Arguments arguments;
-    int timeoutSeconds = static_cast<int>(arguments.timeout.count());
-
-    CLI::App app{"Pairs and unpairs Bluetooth devices by name.", "vorlinkctl"};
+    CLI::App app{"Lists, pairs and unpairs Bluetooth devices by name.", "vorlinkctl"};
     app.allow_windows_style_options(false); // a device's name may begin with a slash
     app.set_version_flag("--version", "vorlinkctl " VORLINK_VERSION);
     app.require_subcommand(1);
     app.footer("\n" + ExitCodeHelp());
-
-    auto* const pair =
-        AddCommand(app, "pair", "Finds a Bluetooth device by its name and pairs it", arguments, timeoutSeconds);
-    bool noLearn = false;
-    pair->add_flag("--no-learn", noLearn,
-                   "Do not wait, after the pairing, for what the library learns of the device's LE side (MyLEData)");
-    auto const* const unpair =
-        AddCommand(app, "unpair", "Finds a Bluetooth device by its name and unpairs its Classic and LE endpoints",
-                   arguments, timeoutSeconds);
+    Options options;
+    for (auto const& text : commandTexts)
+    {
+        AddCommand(app, text, options);
+    }
 
     try
     {
@@ -94,8 +130,15 @@ std::variant<Arguments, EarlyExit> ReadArguments()
         bool const isHelp = app.exit(error, shown, shown) == 0;
         return EarlyExit{isHelp ? ExitCode::Done : ExitCode::Usage, shown.str()};
     }
-    arguments.command = unpair->parsed() ? Command::Unpair : Command::Pair;
-    arguments.learn = !noLearn;
-    arguments.timeout = std::chrono::seconds{timeoutSeconds};
+    auto arguments = options.arguments;
+    arguments.timeout = std::chrono::seconds{options.timeoutSeconds};
+    for (auto const& text : commandTexts)
+    {
+        if (app.got_subcommand(text.word))
+        {
+            arguments.command = text.command;
+            arguments.learn = text.pairs && !options.noLearn;
+        }
+    }
     return arguments;
 }

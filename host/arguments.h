@@ -10,14 +10,16 @@ enum class Command
 {
     Pair,
     Unpair,
+    Phones,
+    PairPhone,
 };
 
 struct Arguments
 {
     Command command = Command::Pair;
-    std::string name;
+    std::string name; // empty for Phones
     bool log = false;
-    bool learn = true; // after a pairing, wait for what the library learns of the device
+    bool learn = false; // after a pairing, wait for what the library learns of the device
     std::chrono::seconds timeout{60};
 };
 

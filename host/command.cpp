@@ -8,6 +8,7 @@
 #include "host/log_records.h"
 #include "host/operation.h"
 #include "host/outcome.h"
+#include "host/phones.h"
 #include "host/progress.h"
 #include "host/terminal.h"
 #include "host/text.h"
@@ -21,7 +22,7 @@ namespace
 
     std::chrono::milliseconds Patience(Arguments const& arguments, LogRecords const& records)
     {
-        if (arguments.command == Command::Pair)
+        if (arguments.command != Command::Unpair)
         {
             return arguments.timeout;
         }
@@ -38,7 +39,7 @@ namespace
     {
         if (!answer)
         {
-            auto const* const doing = arguments.command == Command::Pair ? "pairing" : "unpairing";
+            auto const* const doing = arguments.command == Command::Unpair ? "unpairing" : "pairing";
             return DescribeNoAnswer(arguments.name, arguments.timeout.count(),
                                     lastPhase == Phase::Working ? doing : nullptr);
         }
@@ -61,7 +62,8 @@ namespace
     void WaitForLastRecord(LogRecords const& records, Command command, ExitCode code)
     {
         constexpr std::chrono::seconds limit{2};
-        if (command == Command::Pair && (code == ExitCode::Done || code == ExitCode::Refused))
+        bool const pairs = command == Command::Pair || command == Command::PairPhone;
+        if (pairs && (code == ExitCode::Done || code == ExitCode::Refused))
         {
             records.WaitFor("DevicePairingResultStatus::", limit);
         }
@@ -82,6 +84,29 @@ namespace
         }
         Print("\nWhat the library logged (log.log):\n" + (shown.empty() ? "  nothing\n" : shown));
     }
+
+    Outcome PairOrUnpair(VorlinkFactory factory, Arguments const& arguments, LogRecords const& records,
+                         Progress& progress)
+    {
+        auto const start = Clock::now();
+        if (arguments.command == Command::PairPhone)
+        {
+            if (auto const outcome = AwaitPhone(factory, arguments, progress))
+            {
+                return *outcome;
+            }
+        }
+        auto lastPhase = Phase::Finding;
+        auto const answer = Perform(
+            factory, arguments, start,
+            [&](auto phase, auto elapsed) {
+                lastPhase = phase;
+                progress.Show(phase, elapsed);
+            },
+            [&] { return Patience(arguments, records); });
+        progress.Finish();
+        return DescribeAnswer(answer, arguments, lastPhase);
+    }
 } // namespace
 
 ExitCode RunCommand(Arguments const& arguments)
@@ -89,20 +114,11 @@ ExitCode RunCommand(Arguments const& arguments)
     auto const factory = LoadVorlink();
     LogRecords const records{"log.log"};
     Progress progress{arguments.command, arguments.name};
-    auto lastPhase = Phase::Finding;
 
-    auto const answer = Perform(
-        factory, arguments,
-        [&](auto phase, auto elapsed) {
-            lastPhase = phase;
-            progress.Show(phase, elapsed);
-        },
-        [&] { return Patience(arguments, records); });
-
-    progress.Finish();
-    auto const outcome = DescribeAnswer(answer, arguments, lastPhase);
+    auto const outcome = arguments.command == Command::Phones ? ListPhones(factory, arguments, progress)
+                                                              : PairOrUnpair(factory, arguments, records, progress);
     Print(outcome.text + "\n");
-    if (arguments.command == Command::Pair && outcome.code == ExitCode::Done && arguments.learn)
+    if (outcome.code == ExitCode::Done && arguments.learn)
     {
         PrintError("Learning the device's LE side, which takes about 4 s ...\n");
         if (!WaitForLearning())

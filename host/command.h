@@ -3,5 +3,5 @@
 #include "host/arguments.h"
 #include "host/exit_code.h"
 
-// Pairs or unpairs, and prints the outcome and, if asked for, the log's new records.
+// Lists, pairs or unpairs, and prints the outcome and, if asked for, the log's new records.
 ExitCode RunCommand(Arguments const& arguments);

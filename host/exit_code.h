@@ -20,10 +20,10 @@ struct ExitCodeMeaning
 };
 
 inline constexpr std::array exitCodeMeanings{
-    ExitCodeMeaning{ExitCode::Done, "the device is paired or unpaired, as asked (or help or version was shown)"},
+    ExitCodeMeaning{ExitCode::Done, "devices are listed, paired or unpaired, as asked (or help or version was shown)"},
     ExitCodeMeaning{ExitCode::Failed, "the platform or the library failed"},
     ExitCodeMeaning{ExitCode::Usage, "the command line is wrong"},
-    ExitCodeMeaning{ExitCode::NotFound, "no device of that name was found, or none answered"},
+    ExitCodeMeaning{ExitCode::NotFound, "no device (of that name) was found, or none answered"},
     ExitCodeMeaning{ExitCode::Refused, "the device was found, but not paired or unpaired"},
-    ExitCodeMeaning{ExitCode::NoAnswer, "no answer within the time limit"},
+    ExitCodeMeaning{ExitCode::NoAnswer, "no answer within the time limit, or before Ctrl+C"},
 };

@@ -9,8 +9,6 @@
 
 namespace
 {
-    using Clock = std::chrono::steady_clock;
-
     // The library's callbacks carry no context, so what they share with the waiting thread is global.
     struct
     {
@@ -37,6 +35,19 @@ namespace
         SetAnswer(UnpairReport{success});
     }
 
+    void Call(Vorlink& vorlink, Arguments const& arguments)
+    {
+        switch (arguments.command)
+        {
+        case Command::Unpair:
+            return vorlink.UnpairedCurrent(arguments.name, &OnUnpairReport);
+        case Command::PairPhone:
+            return vorlink.IosPairedDevicce(arguments.name, &OnPairReport);
+        default:
+            return vorlink.PairedDevice(arguments.name, &OnPairReport);
+        }
+    }
+
     void Run(VorlinkFactory factory, Arguments const& arguments)
     {
         try
@@ -45,8 +56,7 @@ namespace
             Vorlink* const vorlink = factory().release();
             vorlink->SetLogEnabled(arguments.log);
             vorlink->Initialize(); // loads what earlier runs have learnt
-            arguments.command == Command::Pair ? vorlink->PairedDevice(arguments.name, &OnPairReport)
-                                               : vorlink->UnpairedCurrent(arguments.name, &OnUnpairReport);
+            Call(*vorlink, arguments);
         }
         catch (...)
         {
@@ -59,10 +69,9 @@ namespace
     }
 } // namespace
 
-Answer Perform(VorlinkFactory factory, Arguments const& arguments, ProgressCallback const& progress,
-               PatienceCallback const& patience)
+Answer Perform(VorlinkFactory factory, Arguments const& arguments, Clock::time_point start,
+               ProgressCallback const& progress, PatienceCallback const& patience)
 {
-    auto const start = Clock::now();
     auto const limit = start + arguments.timeout;
     auto end = limit; // comes nearer when the operation has returned
     std::thread{Run, factory, arguments}.detach();

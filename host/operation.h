@@ -9,6 +9,8 @@
 #include "host/arguments.h"
 #include "host/library.h"
 
+using Clock = std::chrono::steady_clock;
+
 // An operation failed on its own thread; the text is the error's code and message.
 struct Failure
 {
@@ -39,8 +41,8 @@ using ProgressCallback = std::function<void(Phase phase, std::chrono::seconds el
 // Asked once, when the operation has returned without an answer: how long to wait on.
 using PatienceCallback = std::function<std::chrono::milliseconds()>;
 
-// Pairs or unpairs on a thread of its own and waits here, for the operation may block without limit. Calls
-// `progress` on the caller's thread, at once and then about every second. When the time runs out the thread stays
-// behind: the process has to end without waiting for it. Once a process.
-Answer Perform(VorlinkFactory factory, Arguments const& arguments, ProgressCallback const& progress,
-               PatienceCallback const& patience);
+// Pairs or unpairs on a thread of its own and waits here, for the operation may block without limit. The time is
+// counted from `start`. Calls `progress` on the caller's thread, at once and then about every second. When the time
+// runs out the thread stays behind: the process has to end without waiting for it. Once a process.
+Answer Perform(VorlinkFactory factory, Arguments const& arguments, Clock::time_point start,
+               ProgressCallback const& progress, PatienceCallback const& patience);

@@ -60,7 +60,8 @@ Outcome DescribeReport(PairReport const& report, std::string const& name)
     {
         return {ExitCode::NotFound,
                 "Not found: no Bluetooth device named " + Quoted(name) +
-                    ".\nSwitch it on, bring it near, make it discoverable, and write its name as it shows it."};
+                    ".\nSwitch it on, bring it near, make it discoverable, and write its name exactly as it shows it;\n"
+                    "\"vorlinkctl phones\" lists what can be paired."};
     }
     auto const device = Quoted(reportedName) + " (" + AddressOf(report) + ")";
     if (report.paired != 0)
@@ -102,4 +103,22 @@ Outcome DescribeNoAnswer(std::string const& name, long long seconds, char const*
     auto const pending = doing ? "the " + std::string{doing} + " of " + Quoted(name) : "the search for " + Quoted(name);
     return {ExitCode::NoAnswer, "No answer: " + pending + " did not end within " + std::to_string(seconds) +
                                     " s.\nTry again, with a longer --timeout if the device needs it."};
+}
+
+Outcome DescribeList(std::size_t count, bool complete)
+{
+    std::string const early = complete ? "" : " so far; the search was ended early";
+    if (count == 0)
+    {
+        return {ExitCode::NotFound, "No device found" + early +
+                                        ".\nSwitch it on, bring it near, and make it discoverable.\nA phone is "
+                                        "discoverable while it shows its Bluetooth settings.\nA device that is paired "
+                                        "already is not listed."};
+    }
+    return {ExitCode::Done, std::to_string(count) + (count == 1 ? " device" : " devices") + " found" + early + "."};
+}
+
+Outcome DescribeInterruption(std::string const& name)
+{
+    return {ExitCode::NoAnswer, "Interrupted: " + Quoted(name) + " was not paired."};
 }

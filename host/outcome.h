@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 #include "host/exit_code.h"
@@ -19,3 +20,7 @@ Outcome DescribeSilence(std::string const& name);
 
 // `doing`: what had begun when the time ran out, "pairing"; null while the search was on.
 Outcome DescribeNoAnswer(std::string const& name, long long seconds, char const* doing);
+
+// Of the devices that were listed; not complete when the search was ended early.
+Outcome DescribeList(std::size_t count, bool complete);
+Outcome DescribeInterruption(std::string const& name);

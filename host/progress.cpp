@@ -3,41 +3,42 @@
 #include "host/terminal.h"
 #include "host/text.h"
 
-Progress::Progress(Command theCommand, std::string deviceName)
-    : command{theCommand}
-    , name{Harmless(deviceName)}
-    , console{ErrorIsConsole()}
+Progress::Progress(Command command, std::string const& name)
+    : console{ErrorIsConsole()}
 {
+    auto const device = "\"" + Harmless(name) + "\"";
+    bool const unpairs = command == Command::Unpair;
+    bool const lists = command == Command::Phones;
+    finding = "Looking for " + (lists ? "devices to pair" : device);
+    working = (unpairs ? "Unpairing " : "Pairing ") + device;
+    announcement = finding + (lists ? "" : unpairs ? " and unpairing it" : " and pairing it") + " ...\n";
 }
 
 void Progress::Show(Phase phase, std::chrono::seconds elapsed)
 {
-    bool const pairs = command == Command::Pair;
     if (!console)
     {
-        if (!shown)
+        if (!announced)
         {
-            PrintError("Looking for \"" + name + "\" and " + (pairs ? "" : "un") + "pairing it ...\n");
+            PrintError(announcement);
         }
-        shown = true;
+        announced = true;
         return;
     }
-    auto const* const working = pairs ? "Pairing \"" : "Unpairing \"";
-    auto const* const doing = phase == Phase::Finding ? "Looking for \"" : working;
-    auto line = doing + name + "\" ... " + std::to_string(elapsed.count()) + " s";
-    auto const size = line.size();
-    line.append(shownSize > size ? shownSize - size : 0, ' ');
-    PrintError("\r");
-    PrintError(line);
-    shownSize = size;
+    auto const line = (phase == Phase::Finding ? finding : working) + " ... " + std::to_string(elapsed.count()) + " s";
+    if (line != shown)
+    {
+        auto const rest = shown.size() > line.size() ? shown.size() - line.size() : 0;
+        PrintError("\r" + line + std::string(rest, ' '));
+        shown = line;
+    }
 }
 
 void Progress::Finish()
 {
-    if (console)
+    if (!shown.empty())
     {
-        PrintError("\r");
-        PrintError(std::string(shownSize, ' '));
-        PrintError("\r");
+        PrintError("\r" + std::string(shown.size(), ' ') + "\r");
+        shown.clear();
     }
 }

@@ -10,17 +10,19 @@
 class Progress
 {
 public:
-    Progress(Command command, std::string name);
+    // `name`: the device's, for the commands that take one.
+    Progress(Command command, std::string const& name);
 
     void Show(Phase phase, std::chrono::seconds elapsed);
 
-    // Clears the console's line for the outcome.
+    // Clears the console's line for other output. The next Show brings it back.
     void Finish();
 
 private:
-    Command const command;
-    std::string name;
+    std::string finding;
+    std::string working;
+    std::string announcement;
     bool const console;
-    std::size_t shownSize = 0;
-    bool shown = false;
+    bool announced = false;
+    std::string shown; // the console's line
 };

@@ -2,12 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <iterator>
+#include "tests/host/capture_file.h"
 
 namespace
 {
-    constexpr DWORD limitMs = 30'000;
+    constexpr DWORD limitMs = 40'000;
 
     std::wstring ToUtf16(std::string const& text)
     {
@@ -17,35 +16,6 @@ namespace
         MultiByteToWideChar(CP_UTF8, 0, text.data(), length, utf16.data(), static_cast<int>(utf16.size()));
         return utf16;
     }
-
-    // Files, not pipes: nobody has to read while the child runs.
-    class CaptureFile
-    {
-    public:
-        explicit CaptureFile(wchar_t const* fileName)
-            : name{fileName}
-        {
-            SECURITY_ATTRIBUTES inheritable{sizeof inheritable, nullptr, TRUE};
-            handle = CreateFileW(name, GENERIC_WRITE, FILE_SHARE_READ, &inheritable, CREATE_ALWAYS,
-                                 FILE_ATTRIBUTE_NORMAL, nullptr);
-        }
-
-        HANDLE Handle() const
-        {
-            return handle;
-        }
-
-        std::string CloseAndRead()
-        {
-            CloseHandle(handle);
-            std::ifstream file{std::filesystem::path{name}, std::ios::binary};
-            return {std::istreambuf_iterator<char>{file}, {}};
-        }
-
-    private:
-        wchar_t const* name;
-        HANDLE handle;
-    };
 } // namespace
 
 std::filesystem::path BinFolder()
@@ -55,41 +25,53 @@ std::filesystem::path BinFolder()
     return std::filesystem::path{path}.parent_path();
 }
 
-ChildResult RunChild(std::filesystem::path const& program, std::vector<std::string> const& arguments)
+PROCESS_INFORMATION StartChild(std::filesystem::path const& program, std::vector<std::string> const& arguments,
+                               HANDLE output, HANDLE error, DWORD flags)
 {
     std::wstring commandLine = L"\"" + program.native() + L"\"";
     for (auto const& argument : arguments)
     {
         commandLine.append(L" \"").append(ToUtf16(argument)).append(L"\"");
     }
-    CaptureFile output{L"stdout.txt"};
-    CaptureFile error{L"stderr.txt"};
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
     startup.dwFlags = STARTF_USESTDHANDLES;
-    startup.hStdOutput = output.Handle();
-    startup.hStdError = error.Handle();
-
+    startup.hStdOutput = output;
+    startup.hStdError = error;
     PROCESS_INFORMATION process{};
-    ChildResult result{~DWORD{0}, {}, {}};
-    if (!CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup,
+    if (!CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr, TRUE, flags, nullptr, nullptr, &startup,
                         &process))
     {
         ADD_FAILURE() << program << " does not start: Windows error " << GetLastError();
-        return result;
+    }
+    return process;
+}
+
+DWORD WaitForEnd(PROCESS_INFORMATION const& process)
+{
+    DWORD exitCode = ~DWORD{0};
+    if (process.hProcess == nullptr)
+    {
+        return exitCode;
     }
     if (WaitForSingleObject(process.hProcess, limitMs) != WAIT_OBJECT_0)
     {
-        ADD_FAILURE() << program << " still runs after " << limitMs << " ms";
+        ADD_FAILURE() << "process " << process.dwProcessId << " still runs after " << limitMs << " ms";
         TerminateProcess(process.hProcess, ~UINT{0});
         WaitForSingleObject(process.hProcess, limitMs);
     }
-    GetExitCodeProcess(process.hProcess, &result.exitCode);
+    GetExitCodeProcess(process.hProcess, &exitCode);
     CloseHandle(process.hThread);
     CloseHandle(process.hProcess);
-    result.output = output.CloseAndRead();
-    result.error = error.CloseAndRead();
-    return result;
+    return exitCode;
+}
+
+ChildResult RunChild(std::filesystem::path const& program, std::vector<std::string> const& arguments)
+{
+    CaptureFile output{L"stdout.txt"};
+    CaptureFile error{L"stderr.txt"};
+    auto const exitCode = WaitForEnd(StartChild(program, arguments, output.Handle(), error.Handle()));
+    return {exitCode, output.CloseAndRead(), error.CloseAndRead()};
 }
 
 ChildResult RunVorlinkctl(std::vector<std::string> const& arguments)

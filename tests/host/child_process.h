@@ -16,8 +16,16 @@ struct ChildResult
 // The folder of the running test program, which holds the built programs and libraries as well.
 std::filesystem::path BinFolder();
 
-// Runs a program in the current directory and waits for its end. Arguments are UTF-8, without quotation marks.
-// A program that does not end in time is ended, and the test fails.
+// Starts a program in the current directory, with these inheritable handles for its output and errors. Arguments are
+// UTF-8, without quotation marks. `flags` are CreateProcess's.
+PROCESS_INFORMATION StartChild(std::filesystem::path const& program, std::vector<std::string> const& arguments,
+                               HANDLE output, HANDLE error, DWORD flags = 0);
+
+// Waits for the program's end and closes its handles. One that does not end in time is ended, and the test fails.
+// Returns the exit code.
+DWORD WaitForEnd(PROCESS_INFORMATION const& process);
+
+// The two in one.
 ChildResult RunChild(std::filesystem::path const& program, std::vector<std::string> const& arguments);
 
 ChildResult RunVorlinkctl(std::vector<std::string> const& arguments);

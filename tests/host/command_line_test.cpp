@@ -8,6 +8,7 @@
 
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
 
 TEST(CommandLine, WhatIsWrongIsAUsageError)
 {
@@ -22,6 +23,13 @@ TEST(CommandLine, WhatIsWrongIsAUsageError)
         {"pair", "x", "--timeout", "0"},
         {"pair", "x", "--timeout", "soon"},
         {"pair", "x", "--timeout", "86401"},
+        {"unpair", "x", "--no-learn"},
+        {"phones", "x"}, // a name
+        {"phones", "--timeout", "0"},
+        {"phones", "--no-learn"},
+        {"pair-phone"},
+        {"pair-phone", ""},
+        {"pair-phone", "one", "two"},
     };
     for (auto const& arguments : wrong)
     {
@@ -42,6 +50,25 @@ TEST(CommandLine, HelpListsTheExitCodes)
         EXPECT_THAT(result.output, HasSubstr("5  no answer within the time limit"));
         EXPECT_THAT(result.error, IsEmpty());
     }
+}
+
+TEST(CommandLine, HelpListsTheCommands)
+{
+    auto const result = RunVorlinkctl({"--help"});
+    for (auto const* const command : {"\n  pair  ", "\n  unpair  ", "\n  phones  ", "\n  pair-phone  "})
+    {
+        EXPECT_THAT(result.output, HasSubstr(command));
+    }
+}
+
+TEST(CommandLine, HelpSaysHowNamesAreCompared)
+{
+    constexpr char longNames[] = "A name of 14 bytes or more also matches";
+    EXPECT_THAT(RunVorlinkctl({"pair", "--help"}).output, HasSubstr(longNames));
+    EXPECT_THAT(RunVorlinkctl({"phones", "--help"}).output, Not(HasSubstr(longNames)));
+    auto const help = RunVorlinkctl({"pair-phone", "--help"}).output;
+    EXPECT_THAT(help, Not(HasSubstr(longNames)));
+    EXPECT_THAT(help, HasSubstr("The name must be exactly the one"));
 }
 
 TEST(CommandLine, VersionIsPrinted)

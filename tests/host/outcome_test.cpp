@@ -69,3 +69,24 @@ TEST(Outcome, NoAnswerSaysWhatWasPending)
     EXPECT_THAT(DescribeNoAnswer("Speaker", 60, "pairing").text, HasSubstr("the pairing of \"Speaker\""));
     EXPECT_EQ(DescribeNoAnswer("Speaker", 60, "pairing").code, ExitCode::NoAnswer);
 }
+
+TEST(Outcome, AListIsCounted)
+{
+    EXPECT_EQ(DescribeList(1, true).text, "1 device found.");
+    EXPECT_EQ(DescribeList(2, true).text, "2 devices found.");
+    EXPECT_EQ(DescribeList(2, false).text, "2 devices found so far; the search was ended early.");
+    EXPECT_EQ(DescribeList(2, false).code, ExitCode::Done);
+}
+
+TEST(Outcome, AnEmptyListIsNothingFound)
+{
+    EXPECT_THAT(DescribeList(0, true).text, StartsWith("No device found.\n"));
+    EXPECT_EQ(DescribeList(0, true).code, ExitCode::NotFound);
+    EXPECT_EQ(DescribeList(0, false).code, ExitCode::NotFound);
+}
+
+TEST(Outcome, AnInterruptedSearchIsNoAnswer)
+{
+    EXPECT_EQ(DescribeInterruption("Speaker").code, ExitCode::NoAnswer);
+    EXPECT_EQ(DescribeInterruption("Speaker").text, "Interrupted: \"Speaker\" was not paired.");
+}

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <string>
+#include <variant>
+
+#include "host/arguments.h"
+#include "host/library.h"
+#include "host/operation.h"
+
+enum class SearchEnd
+{
+    Complete, // the library has ended it by itself
+    Enough,   // the name's taker has; the library searches on
+    TimeLimit,
+    Interrupted, // by Ctrl+C or Ctrl+Break
+};
+
+using SearchResult = std::variant<SearchEnd, Failure>;
+
+// Takes the name of a device that the library has reported, in UTF-8; false when that is enough.
+using NameCallback = std::function<bool(std::string const& name)>;
+
+using ElapsedCallback = std::function<void(std::chrono::seconds elapsed)>;
+
+// Has the library search for phones, within the arguments' time limit. Calls both on the caller's thread, `progress`
+// many times a second. Once a process.
+SearchResult SearchPhones(VorlinkFactory factory, Arguments const& arguments, NameCallback const& takeName,
+                          ElapsedCallback const& progress);

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <filesystem>
+
+// A temporary folder, which is the process's current one for as long as this lives.
+class PrivateFolder
+{
+public:
+    PrivateFolder();
+    ~PrivateFolder();
+    PrivateFolder(PrivateFolder const&) = delete;
+    PrivateFolder& operator=(PrivateFolder const&) = delete;
+
+private:
+    std::filesystem::path const before;
+    std::filesystem::path const folder;
+};
