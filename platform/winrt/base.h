@@ -1,6 +1,6 @@
 // A stand-in for C++/WinRT where its headers are not to be had: the same header names, the same names and the
 // same semantics, cut down to what finding, pairing and unpairing devices needs. Sources that compile here
-// compile unchanged against the Windows SDK's C++/WinRT.
+// compile unchanged against C++/WinRT itself, in a version that has multi_threaded_vector.
 #pragma once
 
 #include "impl/activation.h"
