@@ -49,6 +49,23 @@ TEST(PairPhone, WithNothingKeptReportsBeforeItReturns)
     EXPECT_THAT(Trace(), IsEmpty());
 }
 
+namespace
+{
+    std::vector<std::string> logAtTheReport;
+
+    void ReadLog(PairReport)
+    {
+        logAtTheReport = Log();
+    }
+} // namespace
+
+TEST(PairPhone, RecordsThatNothingWasFoundBeforeItReports)
+{
+    Load(patient);
+    LoggingVorlink()->IosPairedDevicce("Ana", ReadLog);
+    EXPECT_THAT(logAtTheReport, ElementsAre(notFound));
+}
+
 TEST(PairPhone, VisitsUpToTheMatchAndPairsIt)
 {
     auto const vorlink = Watching(Device("Ana", addressA) + Device("Ben", addressB, atOnce) + Device("Cat", addressC));

@@ -113,7 +113,7 @@ namespace
     int Rounds()
     {
         char const* const rounds = std::getenv("VORLINK_TEST_ROUNDS");
-        return rounds ? std::atoi(rounds) : 40;
+        return rounds ? std::atoi(rounds) : 10;
     }
 
     void StartAndStop(Vorlink& vorlink)

@@ -20,6 +20,7 @@
 #include <future>
 #include <memory>
 #include <thread>
+#include <utility>
 #include <vector>
 
 using namespace test;
@@ -221,6 +222,53 @@ TEST(PhoneState, StartClearsAListThatHoldsSomethingAlone)
     }
 }
 
+TEST(PhoneState, ListKeepsItselfSoundUnderItsThreads)
+{
+    auto const watcher = Over("Ana");
+    auto const device = watcher->Devices().at(0);
+    auto const& list = Library().IosDeviceList;
+    constexpr int calls = 20'000;
+    std::atomic<int> removed{0};
+    // Beyond the end at most: between the size and the call the list may have become shorter.
+    auto const isDone = [](auto call) {
+        try
+        {
+            call();
+            return true;
+        }
+        catch (winrt::hresult_error const& error)
+        {
+            EXPECT_EQ(error.code(), static_cast<std::int32_t>(0x8000000B));
+            return false;
+        }
+    };
+    std::vector<std::thread> threads;
+    for (int thread = 0; thread < 2; ++thread)
+    {
+        threads.emplace_back([&] {
+            for (int call = 0; call < calls; ++call)
+            {
+                list.Append(device);
+            }
+        });
+        threads.emplace_back([&] {
+            for (int call = 0; call < calls; ++call)
+            {
+                removed += isDone([&] { list.RemoveAt(list.Size() / 2); }) ? 1 : 0;
+            }
+        });
+    }
+    for (int call = 0; call < calls; ++call)
+    {
+        isDone([&] { EXPECT_EQ(list.GetAt(list.Size() / 2), device); });
+    }
+    for (auto& thread : threads)
+    {
+        thread.join();
+    }
+    EXPECT_EQ(list.Size(), static_cast<std::uint32_t>(2 * calls - removed));
+}
+
 TEST(PhoneHandlers, AddedOfOneThatCannotPairKeepsItUnreported)
 {
     auto const watcher = Over("Ana", "can-pair = false");
@@ -322,20 +370,26 @@ TEST(PhoneHandlers, IdentifiersOfUpdatesDifferByCase)
     EXPECT_THAT(Kept(), ElementsAre(L"Ana", L"New"));
 }
 
-TEST(PhoneHandlers, ReadTheSizeOnce)
+TEST(PhoneHandlers, ReadTheSizeOnceAndGoNoFurtherThanTheMatch)
 {
-    auto const watcher = Over("Ana");
-    Load(patient + Device("Other", "00:00:00:00:00:02"));
-    Watcher others;
+    Load(patient + Device("Ana", address) + Device("Ben", "00:00:00:00:00:02"));
+    Watcher watcher;
+    auto const update = Rename(watcher, address);
     FakeList list(2);
-    list.element = others.Devices().at(0);
     ListInPlace const inPlace(list);
-    auto const update = Rename(others, "00:00:00:00:00:02");
-    OnDeviceUpdated(watcher->Sender(), update);
-    EXPECT_THAT(list.calls, ElementsAre("get_Size", "GetAt"));
-    list.calls.clear();
-    OnDeviceRemoved(watcher->Sender(), update);
-    EXPECT_THAT(list.calls, ElementsAre("get_Size", "GetAt", "RemoveAt"));
+    using Calls = std::vector<std::string>;
+
+    list.element = watcher.Devices().at(1);
+    OnDeviceUpdated(watcher.Sender(), update);
+    EXPECT_EQ(std::exchange(list.calls, {}), (Calls{"get_Size", "GetAt", "GetAt"}));
+    OnDeviceRemoved(watcher.Sender(), update);
+    EXPECT_EQ(std::exchange(list.calls, {}), (Calls{"get_Size", "GetAt", "GetAt"}));
+
+    list.element = watcher.Devices().at(0);
+    OnDeviceUpdated(watcher.Sender(), update);
+    EXPECT_EQ(std::exchange(list.calls, {}), (Calls{"get_Size", "GetAt"}));
+    OnDeviceRemoved(watcher.Sender(), update);
+    EXPECT_EQ(std::exchange(list.calls, {}), (Calls{"get_Size", "GetAt", "RemoveAt"}));
 }
 
 namespace
@@ -385,6 +439,8 @@ TEST(PhoneHandlers, OnlyARemovalWaitsForItsMutex)
         SubVorlink().Uninitialize();
     });
     ASSERT_TRUE(Ends(stopped));
+    ASSERT_TRUE(SimulatorWaitIdle(20'000)); // an arrival may have been on its way
+    Library().IosDeviceList.Clear();
     OnDeviceAdded(sender, watcher->Devices().at(0));
 
     SimulatorClearTrace();

@@ -7,11 +7,8 @@
 
 #include <gmock/gmock.h>
 
-#include <atomic>
 #include <bit>
 #include <string>
-#include <thread>
-#include <vector>
 
 using namespace test;
 using testing::ElementsAre;
@@ -229,44 +226,6 @@ TEST(WinrtVector, MultiThreadedBehavesAsTheOther)
     EXPECT_EQ(values.GetView().GetAt(2), L"d");
     values.Clear();
     EXPECT_EQ(values.Size(), 0u);
-}
-
-TEST(WinrtVector, MultiThreadedStaysSoundUnderItsThreads)
-{
-    auto const values = winrt::multi_threaded_vector<winrt::hstring>();
-    constexpr int calls = 20'000;
-    std::atomic<int> appended{0};
-    std::atomic<int> removed{0};
-    std::vector<std::thread> threads;
-    for (int thread = 0; thread < 2; ++thread)
-    {
-        threads.emplace_back([&] {
-            for (int call = 0; call < calls; ++call)
-            {
-                values.Append(L"text");
-                ++appended;
-            }
-        });
-        threads.emplace_back([&] {
-            for (int call = 0; call < calls; ++call)
-            {
-                auto const code = CodeOf([&] { values.RemoveAt(values.Size() / 2); });
-                EXPECT_TRUE(code == 0 || code == outOfBounds);
-                removed += code == 0 ? 1 : 0;
-            }
-        });
-    }
-    for (int call = 0; call < calls; ++call)
-    {
-        winrt::hstring text;
-        auto const code = CodeOf([&] { text = values.GetAt(values.Size() / 2); });
-        EXPECT_TRUE(code == outOfBounds || text == L"text");
-    }
-    for (auto& thread : threads)
-    {
-        thread.join();
-    }
-    EXPECT_EQ(values.Size(), static_cast<std::uint32_t>(appended - removed));
 }
 
 TEST(WinrtVector, IsAgileAtTheBinaryLevel)
