@@ -12,11 +12,17 @@ namespace simulator
 {
     namespace
     {
+        struct Line
+        {
+            std::string text;
+            bool isWhole; // nothing will be added: the call has returned
+        };
+
         struct Trace
         {
             std::mutex mutex;
             std::condition_variable grown;
-            std::vector<std::string> lines;
+            std::vector<Line> lines;
             std::uint64_t cleared = 0; // how many lines came before the first one held
         };
 
@@ -28,7 +34,7 @@ namespace simulator
         }
 
         std::uint64_t Append(std::string_view mark, std::string_view name, std::string_view arguments,
-                             std::string_view result)
+                             std::string_view result, bool isWhole)
         {
             auto line = std::to_string(GetCurrentThreadId()).append(mark).append(name);
             line.append("(").append(arguments).append(")").append(result);
@@ -39,7 +45,7 @@ namespace simulator
             {
                 std::lock_guard const lock(trace.mutex);
                 number = trace.cleared + trace.lines.size();
-                trace.lines.push_back(std::move(line));
+                trace.lines.push_back({std::move(line), isWhole});
             }
             trace.grown.notify_all();
             return number;
@@ -48,16 +54,12 @@ namespace simulator
 
     std::uint64_t TraceCall(std::string_view method, std::string_view arguments)
     {
-        return Append(" ", method, arguments, {});
+        return Append(" ", method, arguments, {}, false);
     }
 
     void TraceResult(std::uint64_t line, std::string_view result)
     {
-        if (result.empty())
-        {
-            return;
-        }
-        auto text = " -> " + std::string(result);
+        auto text = result.empty() ? std::string() : " -> " + std::string(result);
         std::replace(text.begin(), text.end(), '\n', ' ');
         auto& trace = TheTrace();
         {
@@ -66,19 +68,21 @@ namespace simulator
             {
                 return;
             }
-            trace.lines[line - trace.cleared] += text;
+            auto& whole = trace.lines[line - trace.cleared];
+            whole.text += text;
+            whole.isWhole = true;
         }
         trace.grown.notify_all();
     }
 
     void TraceEvent(std::string_view event, std::string_view arguments)
     {
-        Append(" ! ", event, arguments, {});
+        Append(" ! ", event, arguments, {}, true);
     }
 
     void TraceEventFailure(std::string_view event, std::string_view arguments, HRESULT code)
     {
-        Append(" ! ", event, arguments, " -> " + CodeText(code));
+        Append(" ! ", event, arguments, " -> " + CodeText(code), true);
     }
 
     std::string TraceText()
@@ -88,7 +92,7 @@ namespace simulator
         std::string text;
         for (auto const& line : trace.lines)
         {
-            text.append(line).append("\n");
+            text.append(line.text).append("\n");
         }
         return text;
     }
@@ -106,8 +110,8 @@ namespace simulator
         auto& trace = TheTrace();
         std::unique_lock lock(trace.mutex);
         return trace.grown.wait_for(lock, std::chrono::milliseconds(milliseconds), [&] {
-            auto const matches = std::count_if(trace.lines.begin(), trace.lines.end(), [&](std::string const& line) {
-                return line.find(text) != std::string::npos;
+            auto const matches = std::count_if(trace.lines.begin(), trace.lines.end(), [&](Line const& line) {
+                return line.isWhole && line.text.find(text) != std::string::npos;
             });
             return matches >= static_cast<std::ptrdiff_t>(count);
         });

@@ -10,7 +10,7 @@
 namespace simulator
 {
     // A call's line stands where the call began, whatever happens inside the call; its result is added at the
-    // end. A line that was cleared away meanwhile stays away.
+    // end, and from then on the line can be waited for. A line that was cleared away meanwhile stays away.
     std::uint64_t TraceCall(std::string_view method, std::string_view arguments);
     void TraceResult(std::uint64_t line, std::string_view result);
 

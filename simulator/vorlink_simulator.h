@@ -86,7 +86,8 @@ extern "C"
        Held events count as under way. Returns 0 when `milliseconds` pass first. */
     VORLINK_SIMULATOR_API int SimulatorWaitIdle(uint32_t milliseconds);
 
-    /* Waits until the trace holds at least `count` lines that contain `text`. Returns 0 when time runs out. */
+    /* Waits until the trace holds at least `count` lines that contain `text`. A call counts when it has returned,
+       an event when it is on its way. Returns 0 when time runs out. */
     VORLINK_SIMULATOR_API int SimulatorWaitForTrace(char const* text, uint32_t count, uint32_t milliseconds);
 
     /* The trace: one line a platform call or raised event, in order, each ended by a line feed.

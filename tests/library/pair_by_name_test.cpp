@@ -49,7 +49,11 @@ TEST(PairByName, RecordsOfASuccessByteForByte)
     Load(prompt + Device("Headset", address, "[device.pairing]\nduration-ms = 0"));
     Logging()->PairedDevice("Headset", Host::Callback);
     ASSERT_EQ(Host::Count(), 1u);
-    EXPECT_THAT(Log(),
+    auto records = Log();
+    std::erase_if(records, [](std::string const& record) { // of the reader, whose thread has just begun
+        return record.find("[Function:ReadLine]") != std::string::npos;
+    });
+    EXPECT_THAT(records,
                 ElementsAre(Record(1253, paired, "Call  Pair entry name ->Headset"), Record(399, lookup, "Headset"),
                             Record(416, lookup, "Headset"), Record(435, lookup, "tname  is Headset ,name is Headset "),
                             Record(437, lookup,

@@ -70,6 +70,18 @@ TEST_F(AsyncOperationTest, CallsTheHandlerOnAnotherThread)
     EXPECT_NE(thread, GetCurrentThreadId());
 }
 
+TEST_F(AsyncOperationTest, ACallIsWaitedForUntilItHasReturned)
+{
+    Complete();
+    constexpr auto call = "AsyncOperation.put_Completed(";
+    auto const handler = On<PairingCompletedHandler>([](PairingOperation*, AsyncStatus) {
+        EXPECT_EQ(SimulatorWaitForTrace(call, 1, 0), 0) << "it is under way";
+        return S_OK;
+    });
+    EXPECT_EQ(operation->put_Completed(handler.Get()), S_OK);
+    EXPECT_EQ(SimulatorWaitForTrace(call, 1, 0), 1);
+}
+
 TEST_F(AsyncOperationTest, CallsAHandlerThatComesLaterAtOnceOnItsThread)
 {
     Complete();
