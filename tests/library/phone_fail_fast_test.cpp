@@ -14,10 +14,6 @@ namespace
         TerminateProcess(GetCurrentProcess(), 6);
     }
 
-    class PhoneFailFast : public testing::TestWithParam<char const*>
-    {
-    };
-
     // "DeviceInformation_get_Id"
     std::string Method(testing::TestParamInfo<char const*> const& test)
     {
@@ -25,15 +21,15 @@ namespace
         return method.replace(method.rfind('.'), 1, "_");
     }
 
-    class AtAdded : public PhoneFailFast
+    class AtAdded : public testing::TestWithParam<char const*>
     {
     };
 
-    class AtUpdated : public PhoneFailFast
+    class AtUpdated : public testing::TestWithParam<char const*>
     {
     };
 
-    class AtRemoved : public PhoneFailFast
+    class AtRemoved : public testing::TestWithParam<char const*>
     {
     };
 } // namespace
