@@ -42,8 +42,8 @@ namespace vorlink
 
         // Every endpoint that the phone watcher has seen, in order of arrival. Read and written on several threads
         // at a time: the vector keeps itself sound, but a walk by index may meet an end that has come nearer.
-        winrt::Windows::Foundation::Collections::IVector<enumeration::DeviceInformation> IosDeviceList =
-            winrt::multi_threaded_vector<enumeration::DeviceInformation>();
+        winrt::Windows::Foundation::Collections::IObservableVector<enumeration::DeviceInformation> IosDeviceList =
+            winrt::multi_threaded_observable_vector<enumeration::DeviceInformation>();
 
         // The phone watcher while it runs, and its registrations. The one for Removed stays after a stop, until the
         // next start replaces it.

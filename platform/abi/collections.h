@@ -46,6 +46,38 @@ namespace platform
         virtual HRESULT STDMETHODCALLTYPE ReplaceAll(UINT32 size, T* values) = 0;
     };
 
+    enum class CollectionChange : INT32
+    {
+        Reset = 0,
+        ItemInserted = 1,
+        ItemRemoved = 2,
+        ItemChanged = 3,
+    };
+
+    struct IVectorChangedEventArgs : ::IInspectable
+    {
+        static constexpr GUID iid{0x575933DF, 0x34FE, 0x4480, {0xAF, 0x15, 0x07, 0x69, 0x1F, 0x3D, 0x5D, 0x9B}};
+        virtual HRESULT STDMETHODCALLTYPE get_CollectionChange(CollectionChange* value) = 0;
+        virtual HRESULT STDMETHODCALLTYPE get_Index(UINT32* value) = 0;
+    };
+
+    template <typename T>
+    struct IObservableVector;
+
+    template <typename T>
+    struct VectorChangedEventHandler : ::IUnknown
+    {
+        virtual HRESULT STDMETHODCALLTYPE Invoke(IObservableVector<T>* sender, IVectorChangedEventArgs* args) = 0;
+    };
+
+    template <typename T>
+    struct IObservableVector : ::IInspectable
+    {
+        virtual HRESULT STDMETHODCALLTYPE add_VectorChanged(VectorChangedEventHandler<T>* handler,
+                                                            EventRegistrationToken* token) = 0;
+        virtual HRESULT STDMETHODCALLTYPE remove_VectorChanged(EventRegistrationToken token) = 0;
+    };
+
     template <typename K, typename V>
     struct IKeyValuePair : ::IInspectable
     {

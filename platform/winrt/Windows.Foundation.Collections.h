@@ -4,10 +4,14 @@
 
 #include "platform/abi/collections.h"
 
+#include <concepts>
+#include <utility>
 #include <vector>
 
 namespace winrt::Windows::Foundation::Collections
 {
+    using platform::CollectionChange;
+
     template <typename T>
     struct IIterator : IInspectable
     {
@@ -52,6 +56,43 @@ namespace winrt::Windows::Foundation::Collections
             return this->template as<IIterable<T>>();
         }
     };
+
+    struct IVectorChangedEventArgs : IInspectable
+    {
+        using IInspectable::IInspectable;
+
+        [[nodiscard]] Collections::CollectionChange CollectionChange() const;
+        [[nodiscard]] std::uint32_t Index() const;
+    };
+
+    template <typename T>
+    struct VectorChangedEventHandler;
+
+    // A vector that tells of its changes. What it has of a vector goes through the vector's own interface.
+    template <typename T>
+    struct IObservableVector : IInspectable
+    {
+        using IInspectable::IInspectable;
+
+        event_token VectorChanged(VectorChangedEventHandler<T> const& handler) const;
+        void VectorChanged(event_token const& token) const noexcept;
+
+        T GetAt(std::uint32_t index) const;
+        [[nodiscard]] std::uint32_t Size() const;
+        IVectorView<T> GetView() const;
+        void RemoveAt(std::uint32_t index) const;
+        void Append(T const& value) const;
+        void Clear() const;
+
+        operator IVector<T>() const
+        {
+            return this->template as<IVector<T>>();
+        }
+        operator IIterable<T>() const
+        {
+            return this->template as<IIterable<T>>();
+        }
+    };
 } // namespace winrt::Windows::Foundation::Collections
 
 namespace winrt::impl
@@ -79,12 +120,59 @@ namespace winrt::impl
     {
         using type = platform::IVector<argument_t<T>>;
     };
+
+    template <>
+    struct abi<Windows::Foundation::Collections::IVectorChangedEventArgs>
+    {
+        using type = platform::IVectorChangedEventArgs;
+    };
+
+    template <typename T>
+    struct abi<Windows::Foundation::Collections::VectorChangedEventHandler<T>>
+    {
+        using type = platform::VectorChangedEventHandler<argument_t<T>>;
+    };
+
+    template <typename T>
+    struct abi<Windows::Foundation::Collections::IObservableVector<T>>
+    {
+        using type = platform::IObservableVector<argument_t<T>>;
+    };
 } // namespace winrt::impl
 
+#include "impl/observable_vector.h"
 #include "impl/vector.h"
 
 namespace winrt::Windows::Foundation::Collections
 {
+    template <typename T>
+    struct VectorChangedEventHandler : IUnknown
+    {
+        using IUnknown::IUnknown;
+
+        template <std::invocable<IObservableVector<T> const&, IVectorChangedEventArgs const&> Function>
+        VectorChangedEventHandler(Function function)
+            : IUnknown(impl::make_delegate<impl::abi_t<VectorChangedEventHandler>, IObservableVector<T>,
+                                           IVectorChangedEventArgs>(std::move(function)),
+                       take_ownership_from_abi)
+        {
+        }
+    };
+
+    inline CollectionChange IVectorChangedEventArgs::CollectionChange() const
+    {
+        Collections::CollectionChange value{};
+        check_hresult(impl::interface_of(*this)->get_CollectionChange(&value));
+        return value;
+    }
+
+    inline std::uint32_t IVectorChangedEventArgs::Index() const
+    {
+        UINT32 value{};
+        check_hresult(impl::interface_of(*this)->get_Index(&value));
+        return value;
+    }
+
     template <typename T>
     T IIterator<T>::Current() const
     {
@@ -174,6 +262,56 @@ namespace winrt::Windows::Foundation::Collections
     {
         check_hresult(impl::interface_of(*this)->Clear());
     }
+
+    template <typename T>
+    event_token IObservableVector<T>::VectorChanged(VectorChangedEventHandler<T> const& handler) const
+    {
+        EventRegistrationToken token{};
+        check_hresult(impl::interface_of(*this)->add_VectorChanged(impl::interface_of(handler), &token));
+        return {token.value};
+    }
+
+    template <typename T>
+    void IObservableVector<T>::VectorChanged(event_token const& token) const noexcept
+    {
+        impl::interface_of(*this)->remove_VectorChanged(EventRegistrationToken{token.value});
+    }
+
+    template <typename T>
+    T IObservableVector<T>::GetAt(std::uint32_t index) const
+    {
+        return this->template as<IVector<T>>().GetAt(index);
+    }
+
+    template <typename T>
+    std::uint32_t IObservableVector<T>::Size() const
+    {
+        return this->template as<IVector<T>>().Size();
+    }
+
+    template <typename T>
+    IVectorView<T> IObservableVector<T>::GetView() const
+    {
+        return this->template as<IVector<T>>().GetView();
+    }
+
+    template <typename T>
+    void IObservableVector<T>::RemoveAt(std::uint32_t index) const
+    {
+        this->template as<IVector<T>>().RemoveAt(index);
+    }
+
+    template <typename T>
+    void IObservableVector<T>::Append(T const& value) const
+    {
+        this->template as<IVector<T>>().Append(value);
+    }
+
+    template <typename T>
+    void IObservableVector<T>::Clear() const
+    {
+        this->template as<IVector<T>>().Clear();
+    }
 } // namespace winrt::Windows::Foundation::Collections
 
 namespace winrt
@@ -182,14 +320,17 @@ namespace winrt
     template <typename T>
     Windows::Foundation::Collections::IVector<T> single_threaded_vector(std::vector<T>&& values = {})
     {
-        return impl::make_vector<T, impl::no_mutex>(std::move(values));
+        auto* const object = new impl::vector<T>(std::move(values));
+        return {static_cast<platform::IVector<impl::argument_t<T>>*>(object), take_ownership_from_abi};
     }
 
     // A vector of this process that any thread may call at any time. Each call is sound by itself; what holds from
     // one call to the next, such as a size, is the callers' affair.
     template <typename T>
-    Windows::Foundation::Collections::IVector<T> multi_threaded_vector(std::vector<T>&& values = {})
+    Windows::Foundation::Collections::IObservableVector<T> multi_threaded_observable_vector(
+        std::vector<T>&& values = {})
     {
-        return impl::make_vector<T, std::shared_mutex>(std::move(values));
+        auto* const object = new impl::observable_vector<T>(std::move(values));
+        return {static_cast<platform::IObservableVector<impl::argument_t<T>>*>(object), take_ownership_from_abi};
     }
 } // namespace winrt

@@ -10,7 +10,8 @@
 
 namespace test
 {
-    class FakeList final : public FakeObject<platform::IVector<platform::IDeviceInformation*>>
+    class FakeList final : public FakeObject<platform::IObservableVector<platform::IDeviceInformation*>,
+                                             platform::IVector<platform::IDeviceInformation*>>
     {
     public:
         using Element = platform::IDeviceInformation*;
@@ -20,10 +21,10 @@ namespace test
         {
         }
 
-        winrt::Windows::Foundation::Collections::IVector<vorlink::enumeration::DeviceInformation> Projected()
+        winrt::Windows::Foundation::Collections::IObservableVector<vorlink::enumeration::DeviceInformation> Projected()
         {
             AddRef();
-            return {static_cast<platform::IVector<Element>*>(this), winrt::take_ownership_from_abi};
+            return {static_cast<platform::IObservableVector<Element>*>(this), winrt::take_ownership_from_abi};
         }
 
         std::vector<std::string> calls;
@@ -31,6 +32,15 @@ namespace test
         vorlink::enumeration::DeviceInformation element{nullptr}; // stands at every index
         HRESULT failure = static_cast<HRESULT>(0x80070490);
 
+        HRESULT STDMETHODCALLTYPE add_VectorChanged(platform::VectorChangedEventHandler<Element>*,
+                                                    EventRegistrationToken*) override
+        {
+            return Note("add_VectorChanged", E_NOTIMPL);
+        }
+        HRESULT STDMETHODCALLTYPE remove_VectorChanged(EventRegistrationToken) override
+        {
+            return Note("remove_VectorChanged", E_NOTIMPL);
+        }
         HRESULT STDMETHODCALLTYPE get_Size(UINT32* size) override
         {
             *size = m_size;

@@ -37,6 +37,12 @@ namespace
                     ElementsAre(0, 1, 2, 3, 4, 5, 6, 7, 8, 9));
     }
 
+    TEST(AbiEnumerations, CollectionChange)
+    {
+        using enum platform::CollectionChange;
+        EXPECT_THAT(Values({Reset, ItemInserted, ItemRemoved, ItemChanged}), ElementsAre(0, 1, 2, 3));
+    }
+
     TEST(AbiEnumerations, DeviceWatcherStatus)
     {
         using enum DeviceWatcherStatus;

@@ -54,6 +54,7 @@ namespace
                         Identifier{"000001DA-0000-0000-C000-000000000046", iid_of<platform::IContextCallback>},
                         Identifier{"30D5A829-7FA4-4026-83BB-D75BAE4EA99E", iid_of<IClosable>},
                         Identifier{"D6269732-3B7F-46A7-B40B-4FDCA2A2C693", iid_of<IDeferral>},
+                        Identifier{"575933DF-34FE-4480-AF15-07691F3D5D9B", iid_of<IVectorChangedEventArgs>},
                         Identifier{"4BD682DD-7554-40E9-9A9B-82654EDE7E62", iid_of<IPropertyValue>}));
 
     INSTANTIATE_TEST_SUITE_P(
@@ -220,7 +221,9 @@ namespace
                           &iid_of<IVector<platform::IDeviceInformation*>>},
             Parameterised{"E170688F-3495-5BF6-AAB5-9CAC17E0F10F", Generic(vectorView, {device}),
                           &iid_of<IVectorView<platform::IDeviceInformation*>>},
-            Parameterised{"9C5711E3-3519-5581-9FA6-E25E181DF9A1", Generic(observableVector, {device}), undeclared},
-            Parameterised{"9217758C-E007-50D8-8983-5B116DD0426E", Generic(vectorChangedHandler, {device}), undeclared},
+            Parameterised{"9C5711E3-3519-5581-9FA6-E25E181DF9A1", Generic(observableVector, {device}),
+                          &iid_of<platform::IObservableVector<platform::IDeviceInformation*>>},
+            Parameterised{"9217758C-E007-50D8-8983-5B116DD0426E", Generic(vectorChangedHandler, {device}),
+                          &iid_of<VectorChangedEventHandler<platform::IDeviceInformation*>>},
             Parameterised{"3C00FD60-2950-5939-A21A-2D12C5A01B8A", Generic(reference, {"b1"}), undeclared}));
 } // namespace

@@ -150,6 +150,15 @@ namespace
                     &I::Append, &I::RemoveAtEnd, &I::Clear, &I::GetMany, &I::ReplaceAll);
     }
 
+    TEST(AbiSlots, ObservableVector)
+    {
+        using I = platform::IObservableVector<platform::IDeviceInformation*>;
+        using Args = IVectorChangedEventArgs;
+        ExpectSlots(6, 7, &I::add_VectorChanged, &I::remove_VectorChanged);
+        ExpectSlots(6, 7, &Args::get_CollectionChange, &Args::get_Index);
+        ExpectSlots(3, 3, &VectorChangedEventHandler<platform::IDeviceInformation*>::Invoke);
+    }
+
     TEST(AbiSlots, MapView)
     {
         using I = PropertyMap;

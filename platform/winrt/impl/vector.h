@@ -2,14 +2,13 @@
 
 #include "com_ptr.h"
 #include "implements.h"
+#include "lock.h"
 #include "unknown.h"
 
 #include "platform/abi/collections.h"
 
 #include <algorithm>
 #include <cstdint>
-#include <mutex>
-#include <shared_mutex>
 #include <utility>
 #include <vector>
 
@@ -60,24 +59,35 @@ namespace winrt::impl
         return found != values.end();
     }
 
-    // The mutex of a vector that has none.
-    struct no_mutex
+    // How a vector keeps its callers apart: not at all, or by a lock that readers share.
+    struct single_threaded
     {
-        void lock() noexcept {}
-        void unlock() noexcept {}
-        void lock_shared() noexcept {}
-        void unlock_shared() noexcept {}
+        struct mutex
+        {
+        };
+        struct shared_guard
+        {
+            explicit shared_guard(mutex&) noexcept {}
+        };
+        struct guard
+        {
+            explicit guard(mutex&) noexcept {}
+        };
     };
 
-    template <typename T, typename Mutex>
-    class vector;
+    struct multi_threaded
+    {
+        using mutex = slim_mutex;
+        using shared_guard = slim_shared_lock_guard;
+        using guard = slim_lock_guard;
+    };
 
     // Walks a vector and fails once it has changed.
-    template <typename T, typename Mutex>
+    template <typename T, typename Owner>
     class vector_iterator final : public inspectable_object<platform::IIterator<argument_t<T>>>
     {
     public:
-        explicit vector_iterator(com_ptr<vector<T, Mutex>> owner)
+        explicit vector_iterator(com_ptr<Owner> owner)
             : m_owner(std::move(owner))
         {
             m_owner->read([&](auto const&, std::uint32_t version) { m_version = version; });
@@ -128,19 +138,20 @@ namespace winrt::impl
             });
         }
 
-        com_ptr<vector<T, Mutex>> m_owner;
+        com_ptr<Owner> m_owner;
         std::uint32_t m_version = 0;
         std::uint32_t m_index = 0;
     };
 
-    // Elements are released when the lock is no longer held: their ends may run code that comes back here.
-    template <typename T, typename Mutex>
-    class vector final
+    // Elements are released when the lock is no longer held: their ends may run code that comes back here. So does
+    // whoever is told of a change.
+    template <typename T, typename Threading, typename... More>
+    class vector_base
         : public inspectable_object<platform::IVector<argument_t<T>>, platform::IVectorView<argument_t<T>>,
-                                    platform::IIterable<argument_t<T>>>
+                                    platform::IIterable<argument_t<T>>, More...>
     {
     public:
-        explicit vector(std::vector<T>&& values)
+        explicit vector_base(std::vector<T>&& values)
             : m_values(std::move(values))
         {
         }
@@ -149,19 +160,19 @@ namespace winrt::impl
         template <typename Body>
         void read(Body&& body) const
         {
-            std::shared_lock const lock(m_mutex);
+            shared_guard const lock(m_mutex);
             body(m_values, m_version);
         }
 
         HRESULT STDMETHODCALLTYPE First(platform::IIterator<argument_t<T>>** iterator) noexcept override
         {
-            return guarded([&] { *iterator = new vector_iterator<T, Mutex>(self()); });
+            return guarded([&] { *iterator = new vector_iterator<T, vector_base>(self()); });
         }
 
         HRESULT STDMETHODCALLTYPE GetAt(UINT32 index, argument_t<T>* value) noexcept override
         {
             return guarded([&] {
-                std::shared_lock const lock(m_mutex);
+                shared_guard const lock(m_mutex);
                 check_index(m_values, index);
                 *value = hand_out<T>(m_values[index]);
             });
@@ -169,7 +180,7 @@ namespace winrt::impl
 
         HRESULT STDMETHODCALLTYPE get_Size(UINT32* size) noexcept override
         {
-            std::shared_lock const lock(m_mutex);
+            shared_guard const lock(m_mutex);
             *size = static_cast<UINT32>(m_values.size());
             return S_OK;
         }
@@ -183,7 +194,7 @@ namespace winrt::impl
         HRESULT STDMETHODCALLTYPE IndexOf(argument_t<T> value, UINT32* index, boolean* found) noexcept override
         {
             return guarded([&] {
-                std::shared_lock const lock(m_mutex);
+                shared_guard const lock(m_mutex);
                 *found = find_in(m_values, value, index);
             });
         }
@@ -192,9 +203,10 @@ namespace winrt::impl
         {
             return guarded([&] {
                 T replaced = copy_argument<T>(value);
-                change([&] {
+                change(CollectionChange::ItemChanged, [&] {
                     check_index(m_values, index);
                     std::swap(m_values[index], replaced);
+                    return index;
                 });
             });
         }
@@ -202,12 +214,13 @@ namespace winrt::impl
         HRESULT STDMETHODCALLTYPE InsertAt(UINT32 index, argument_t<T> value) noexcept override
         {
             return guarded([&] {
-                change([&] {
+                change(CollectionChange::ItemInserted, [&] {
                     if (index > m_values.size())
                     {
                         throw_hresult(error_out_of_bounds);
                     }
                     m_values.insert(m_values.begin() + index, copy_argument<T>(value));
+                    return index;
                 });
             });
         }
@@ -216,42 +229,48 @@ namespace winrt::impl
         {
             return guarded([&] {
                 T removed = empty_value<T>();
-                change([&] {
+                change(CollectionChange::ItemRemoved, [&] {
                     check_index(m_values, index);
                     std::swap(m_values[index], removed);
                     m_values.erase(m_values.begin() + index);
+                    return index;
                 });
             });
         }
 
         HRESULT STDMETHODCALLTYPE Append(argument_t<T> value) noexcept override
         {
-            return guarded([&] { change([&] { m_values.push_back(copy_argument<T>(value)); }); });
+            return guarded([&] {
+                change(CollectionChange::ItemInserted, [&] {
+                    m_values.push_back(copy_argument<T>(value));
+                    return static_cast<UINT32>(m_values.size()) - 1;
+                });
+            });
         }
 
         HRESULT STDMETHODCALLTYPE RemoveAtEnd() noexcept override
         {
             return guarded([&] {
                 T removed = empty_value<T>();
-                change([&] {
+                change(CollectionChange::ItemRemoved, [&] {
                     check_index(m_values, 0);
                     std::swap(m_values.back(), removed);
                     m_values.pop_back();
+                    return static_cast<UINT32>(m_values.size());
                 });
             });
         }
 
         HRESULT STDMETHODCALLTYPE Clear() noexcept override
         {
-            std::vector<T> removed;
-            return guarded([&] { change([&] { m_values.swap(removed); }); });
+            return replace({});
         }
 
         HRESULT STDMETHODCALLTYPE GetMany(UINT32 start, UINT32 capacity, argument_t<T>* values,
                                           UINT32* actual) noexcept override
         {
             return guarded([&] {
-                std::shared_lock const lock(m_mutex);
+                shared_guard const lock(m_mutex);
                 if (start > m_values.size())
                 {
                     throw_hresult(error_out_of_bounds);
@@ -262,40 +281,63 @@ namespace winrt::impl
 
         HRESULT STDMETHODCALLTYPE ReplaceAll(UINT32 size, argument_t<T>* values) noexcept override
         {
-            return guarded([&] {
-                std::vector<T> replacement;
+            std::vector<T> replacement;
+            HRESULT const result = guarded([&] {
                 std::transform(values, values + size, std::back_inserter(replacement),
                                [](argument_t<T> value) { return copy_argument<T>(value); });
-                change([&] { m_values.swap(replacement); });
+            });
+            return result < 0 ? result : replace(std::move(replacement));
+        }
+
+    protected:
+        using CollectionChange = platform::CollectionChange;
+
+        // Called after each change, by the thread that made it.
+        virtual void changed(CollectionChange, UINT32) noexcept {}
+
+    private:
+        using shared_guard = typename Threading::shared_guard;
+        using guard = typename Threading::guard;
+
+        // `body` makes the change and gives the index that it is about.
+        template <typename Body>
+        void change(CollectionChange what, Body&& body)
+        {
+            UINT32 index = 0;
+            {
+                guard const lock(m_mutex);
+                index = body();
+                ++m_version;
+            }
+            changed(what, index);
+        }
+
+        HRESULT replace(std::vector<T> values) noexcept
+        {
+            return guarded([&] {
+                change(CollectionChange::Reset, [&] {
+                    m_values.swap(values);
+                    return UINT32{0};
+                });
             });
         }
 
-    private:
-        template <typename Body>
-        void change(Body&& body)
-        {
-            std::unique_lock const lock(m_mutex);
-            body();
-            ++m_version;
-        }
-
-        com_ptr<vector> self() noexcept
+        com_ptr<vector_base> self() noexcept
         {
             this->AddRef();
-            com_ptr<vector> reference;
+            com_ptr<vector_base> reference;
             reference.attach(this);
             return reference;
         }
 
-        mutable Mutex m_mutex;
+        mutable typename Threading::mutex m_mutex;
         std::vector<T> m_values;
         std::uint32_t m_version = 0;
     };
 
-    template <typename T, typename Mutex>
-    Windows::Foundation::Collections::IVector<T> make_vector(std::vector<T>&& values)
+    template <typename T>
+    class vector final : public vector_base<T, single_threaded>
     {
-        auto* const object = new vector<T, Mutex>(std::move(values));
-        return {static_cast<platform::IVector<argument_t<T>>*>(object), take_ownership_from_abi};
-    }
+        using vector_base<T, single_threaded>::vector_base;
+    };
 } // namespace winrt::impl
