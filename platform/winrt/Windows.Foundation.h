@@ -115,9 +115,22 @@ namespace winrt::Windows::Foundation
         return value;
     }
 
+    // Resumes where the wait began.
     template <typename TResult>
-    impl::await_adapter<IAsyncOperation<TResult>> operator co_await(IAsyncOperation<TResult> const& async)
+    impl::await_adapter<IAsyncOperation<TResult>, impl::apartment_context> operator co_await(
+        IAsyncOperation<TResult> const& async)
     {
-        return impl::await_adapter<IAsyncOperation<TResult>>(async);
+        return impl::await_adapter<IAsyncOperation<TResult>, impl::apartment_context>(async);
     }
 } // namespace winrt::Windows::Foundation
+
+namespace winrt
+{
+    // To be awaited: resumes on the thread that completes the operation, whatever apartment the wait began in.
+    template <typename TResult>
+    impl::await_adapter<Windows::Foundation::IAsyncOperation<TResult>, impl::any_context> resume_agile(
+        Windows::Foundation::IAsyncOperation<TResult> const& async)
+    {
+        return impl::await_adapter<Windows::Foundation::IAsyncOperation<TResult>, impl::any_context>(async);
+    }
+} // namespace winrt

@@ -38,6 +38,13 @@ namespace
         outcome.ended.set_value();
     }
 
+    winrt::fire_and_forget AwaitAnywhere(FakeOperation& operation, Outcome& outcome)
+    {
+        co_await winrt::resume_agile(operation.Projected());
+        outcome.thread = GetCurrentThreadId();
+        outcome.ended.set_value();
+    }
+
     bool HasEnded(Outcome const& outcome, std::chrono::seconds limit = std::chrono::seconds(0))
     {
         return outcome.end.wait_for(limit) == std::future_status::ready;
@@ -108,6 +115,39 @@ TEST(WinrtAwait, FromTheMultithreadedApartmentItContinuesThere)
     EXPECT_NE(outcome.thread, completer);
     EXPECT_EQ(outcome.code, 0);
     CoUninitialize();
+}
+
+TEST(WinrtAwait, AgileItContinuesOnTheCompletingThreadFromEveryApartment)
+{
+    for (auto const apartment : {COINIT_MULTITHREADED, COINIT_APARTMENTTHREADED})
+    {
+        ASSERT_EQ(CoInitializeEx(nullptr, static_cast<DWORD>(apartment)), S_OK);
+        FakeOperation operation;
+        Outcome outcome;
+        AwaitAnywhere(operation, outcome);
+        EXPECT_FALSE(HasEnded(outcome));
+        DWORD completer = 0;
+        std::thread([&] {
+            ASSERT_EQ(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED), S_OK);
+            completer = GetCurrentThreadId();
+            operation.Complete();
+            EXPECT_TRUE(HasEnded(outcome)) << "before the completion returns";
+            CoUninitialize();
+        }).join();
+        EXPECT_EQ(outcome.thread, completer);
+        EXPECT_EQ(operation.resultsTaken, 1);
+        CoUninitialize();
+    }
+}
+
+TEST(WinrtAwait, AgileItContinuesAtOnceWhenTheOperationIsComplete)
+{
+    FakeOperation operation;
+    operation.status = AsyncStatus::Completed;
+    Outcome outcome;
+    AwaitAnywhere(operation, outcome);
+    EXPECT_TRUE(HasEnded(outcome));
+    EXPECT_EQ(outcome.thread, GetCurrentThreadId());
 }
 
 TEST(WinrtAwait, ContextThatCannotBeEnteredDoesNotLoseTheContinuation)

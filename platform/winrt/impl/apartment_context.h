@@ -31,6 +31,11 @@ namespace winrt::impl
         APTTYPE type = current_apartment();
     };
 
+    // For a coroutine that does not mind where it goes on.
+    struct any_context
+    {
+    };
+
     inline HRESULT resume_on_pool(std::coroutine_handle<> handle) noexcept
     {
         auto const callback = [](PTP_CALLBACK_INSTANCE, void* address) {
@@ -69,5 +74,10 @@ namespace winrt::impl
             failure = result;
             handle.resume();
         }
+    }
+
+    inline void resume_in(any_context, std::coroutine_handle<> handle, std::int32_t&)
+    {
+        handle.resume();
     }
 } // namespace winrt::impl

@@ -39,8 +39,8 @@ namespace winrt
         };
 
         // Waits for an asynchronous operation. One that is already complete continues at once; another
-        // resumes, where the wait began, when its completion handler is called.
-        template <typename Async>
+        // resumes, where Context says, when its completion handler is called.
+        template <typename Async, typename Context>
         class await_adapter
         {
         public:
@@ -114,7 +114,7 @@ namespace winrt
                 }
 
                 await_adapter& m_awaiter;
-                apartment_context m_context;
+                Context m_context;
                 std::coroutine_handle<> m_handle;
             };
 
