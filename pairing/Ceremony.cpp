@@ -72,11 +72,12 @@ namespace vorlink
             }
             auto& library = Library();
             bool const paired = status == DevicePairingResultStatus::Paired;
-            library.pairResultCallback(
-                MakeReport(address.number, paired, library.destDeviceName, paired ? std::string_view() : address.text));
+            library.pairResultCallback(MakeReport(address.number, paired, library.destDeviceName.Read(),
+                                                  paired ? std::string_view() : address.text));
             if (paired)
             {
-                StartDetached([name = library.destDeviceName] { ReadLine(name); });
+                // Read again: a pairing that the callback has begun leaves its own name.
+                StartDetached([name = library.destDeviceName.Read()] { ReadLine(name); });
             }
             VORLINK_LOG(outcome->line, function, "%s", outcome->message);
         }

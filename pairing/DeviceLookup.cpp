@@ -4,7 +4,9 @@
 #include "pairing/NarrowText.h"
 #include "pairing/SubVorlink.h"
 
+#include <mutex>
 #include <string_view>
+#include <utility>
 
 namespace vorlink
 {
@@ -57,19 +59,34 @@ namespace vorlink
             VORLINK_LOG(lines.state, function, "%s id is: %s  ,pair status : %d , isPaired is:  %d",
                         le ? "BLE   " : "CLassic", NarrowText(device.Id(), CodePage::Utf8).c_str(), canPair, isPaired);
         }
+        // An unpairing's LE side uses the object's slot while the host calls again: each lookup has references of its
+        // own, and the slot is read and replaced whole.
+        enumeration::DeviceInformation Held(enumeration::DeviceInformation const& slot)
+        {
+            std::lock_guard const lock(Library().currentDeviceMutex);
+            return slot;
+        }
+
+        void Hold(enumeration::DeviceInformation& slot, enumeration::DeviceInformation device)
+        {
+            std::lock_guard const lock(Library().currentDeviceMutex);
+            std::swap(slot, device);
+        }
     } // namespace
 
-    enumeration::DeviceInformation* SubVorlink::GetDeviceforName(std::string name, bool le)
+    enumeration::DeviceInformation SubVorlink::GetDeviceforName(std::string name, bool le)
     {
         VORLINK_LOG(399, function, "%s", FormatWithoutArguments(name).c_str());
-        for (int taken = TakeDevice(currentDevice); taken != RunFinished; taken = TakeDevice(currentDevice))
+        // Woken with nothing new, the device already held is tested again, also one of an earlier lookup.
+        auto device = Held(currentDevice);
+        for (int taken = TakeDevice(device); taken != RunFinished; taken = TakeDevice(device))
         {
-            if (!currentDevice)
+            if (!device)
             {
                 continue; // woken before the first device ever
             }
-            // Woken with nothing new, the device already held is tested again.
-            winrt::hstring const text = le ? currentDevice.Id() : currentDevice.Name();
+            Hold(currentDevice, device);
+            winrt::hstring const text = le ? device.Id() : device.Name();
             std::string const candidate = NarrowText(text, CodePage::Oem);
             VORLINK_LOG(416, function, "%s", NarrowText(text, CodePage::Ansi).c_str());
             if (Matches(candidate, name, le))
@@ -78,8 +95,8 @@ namespace vorlink
                 {
                     FinishDiscovery();
                 }
-                LogMatch(currentDevice, candidate, name, le);
-                return &currentDevice;
+                LogMatch(device, candidate, name, le);
+                return device;
             }
         }
         return nullptr;

@@ -1,13 +1,10 @@
 #include "pairing/DetachedThread.h"
 #include "pairing/DiscoveryQueue.h"
 #include "pairing/DiscoveryTimer.h"
+#include "pairing/FixedWait.h"
 #include "pairing/LibraryState.h"
 #include "pairing/Selector.h"
 #include "pairing/SubVorlink.h"
-
-#include <windows.h>
-
-#include <ctime>
 
 namespace vorlink
 {
@@ -15,11 +12,7 @@ namespace vorlink
 
     void DiscoveryTimer()
     {
-        std::clock_t const start = std::clock(); // milliseconds of wall clock on Windows
-        while ((std::clock() - start) / 1000.0 < 3.0)
-        {
-            Sleep(1);
-        }
+        WaitOut(std::chrono::seconds(3));
         FinishDiscovery();
     }
 

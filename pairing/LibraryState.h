@@ -4,6 +4,7 @@
 #include "interface/Vorlink.h"
 
 #include "pairing/Enumeration.h"
+#include "pairing/Guarded.h"
 #include "pairing/LeData.h"
 
 #include <atomic>
@@ -14,40 +15,60 @@
 
 namespace vorlink
 {
+    // Where the phone watcher is between two states, the thread that moves it has its watcher and its registrations for
+    // itself.
+    enum class PhoneWatch
+    {
+        Idle,
+        Starting,
+        Running,
+        Stopping,
+    };
+
     // Created when the library is loaded, destroyed in reverse order when it is unloaded.
     //
-    // Lock order: completionMutex may be held while enumerationMutex is taken, never the reverse. What no
-    // lock guards is the host's to keep apart: it must not run operations concurrently.
+    // Several threads use all of it at a time: the host's, the platform's and the library's own. Locks keep the memory
+    // sound; which of two concurrent operations is heard is the host's affair. Lock order: completionMutex may be held
+    // while enumerationMutex is taken, iosWalkMutex while IosDeviceListMutex is, leFileMutex while leDataMutex is;
+    // never the reverse, and no others together. None is held while a callback of the host runs.
     struct LibraryState
     {
-        bool logEnabled = false;
-        IosDeviceCallback iosDeviceCallback = nullptr;
+        std::atomic<bool> logEnabled = false;
+        std::atomic<IosDeviceCallback> iosDeviceCallback = nullptr;
 
         // Read by a pairing when its outcome arrives, not when it starts: the latest call's are reported.
-        PairResultCallback pairResultCallback = nullptr;
-        std::string destDeviceName;
+        std::atomic<PairResultCallback> pairResultCallback = nullptr;
+        Guarded<std::string> destDeviceName;
 
         // Never emptied between runs: what an earlier run left is taken first.
         std::deque<enumeration::DeviceInformation> deviceQueue;
         std::atomic<bool> enumerationFinished = false; // StartDiscovery clears it without the lock
         bool enumerationCancelled = false;             // cleared by each run; nothing sets it
 
-        LeData leDataMap; // the LE address piece of each paired device, by the device's name
+        LeData leDataMap;       // the LE address piece of each paired device, by the device's name
+        std::mutex leDataMutex; // guards leDataMap
+        std::mutex leFileMutex; // held while the store's file is read or written: saves do not overtake each other
 
         std::mutex completionMutex; // guards deviceQueue and, but for that, enumerationFinished
         std::condition_variable completionSignal;
-        std::mutex enumerationMutex; // guards enumerationCancelled and serialises the starts of runs
+        // Guards enumerationCancelled and each object's discoveryWatcher, and serialises the starts of runs.
+        std::mutex enumerationMutex;
+        std::mutex currentDeviceMutex; // guards each object's currentDevice, for a copy or a replacement
 
         std::mutex IosDeviceListMutex; // held for the removal of an entry, and for nothing else
+        std::mutex iosWalkMutex;       // keeps apart what changes the list, or walks it where no error may come of it
 
         // Every endpoint that the phone watcher has seen, in order of arrival. Read and written on several threads
         // at a time: the vector keeps itself sound, but a walk by index may meet an end that has come nearer.
         winrt::Windows::Foundation::Collections::IObservableVector<enumeration::DeviceInformation> IosDeviceList =
             winrt::multi_threaded_observable_vector<enumeration::DeviceInformation>();
 
-        // The phone watcher while it runs, and its registrations. The one for Removed stays after a stop, until the
-        // next start replaces it.
-        enumeration::DeviceWatcher IosWatcher{nullptr};
+        std::mutex iosWatcherMutex; // guards these three, and is held for nothing longer
+        PhoneWatch iosWatch = PhoneWatch::Idle;
+        bool iosStopLeft = false;                       // a stop that came during a start: the start sees to it
+        enumeration::DeviceWatcher IosWatcher{nullptr}; // the phone watcher, unless idle
+
+        // Its registrations. The one for Removed stays after a stop, until the next start replaces it.
         enumeration::DeviceWatcher::Added_revoker iosAdded;
         enumeration::DeviceWatcher::Updated_revoker iosUpdated;
         enumeration::DeviceWatcher::Removed_revoker iosRemoved;

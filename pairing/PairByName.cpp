@@ -15,10 +15,10 @@ namespace vorlink
         library.pairResultCallback = callback;
         VORLINK_LOG(1253, function, "Call  Pair entry name ->%s", name.c_str());
         StartDiscovery(false, false);
-        if (auto const* const device = GetDeviceforName(name, false))
+        if (auto const device = GetDeviceforName(name, false))
         {
-            library.destDeviceName = name;
-            PairingDevice(*device);
+            library.destDeviceName.Write(name);
+            PairingDevice(device);
             return;
         }
         VORLINK_LOG(1260, function, "Not Found dest  device");

@@ -38,7 +38,7 @@ namespace vorlink
         library.pairResultCallback = callback;
         if (auto const phone = FindPhone(name))
         {
-            library.destDeviceName = name;
+            library.destDeviceName.Write(name);
             PairingDevice(phone);
             return;
         }

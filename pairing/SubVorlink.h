@@ -26,9 +26,9 @@ namespace vorlink
         // over all endpoints 3 seconds after its start.
         void StartDiscovery(bool le, bool allEndpoints);
 
-        // Takes devices until one matches, and returns currentDevice; null when the run ended without.
+        // Takes devices until one matches, which stays in currentDevice as well; null when the run ended without.
         // le: an identifier that contains `name`. Otherwise: the device of that name.
-        enumeration::DeviceInformation* GetDeviceforName(std::string name, bool le);
+        enumeration::DeviceInformation GetDeviceforName(std::string name, bool le);
 
         // Pairs a device; destDeviceName and pairResultCallback are set before. Returns once the request is
         // issued, and no longer needs `device` then.

@@ -14,7 +14,8 @@ namespace vorlink
     {
         constexpr char function[] = "SubVorlink::UnpairedCurrent";
 
-        // The device's address as the identifier has it; empty when the identifier has none.
+        // The device's address as the identifier has it; empty when the identifier has none. Its value as a number
+        // would go nowhere, so it is not parsed.
         std::string AddressPiece(enumeration::DeviceInformation const& device)
         {
             auto const pieces = SplitText(NarrowText(device.Id(), CodePage::Utf8), "-");
@@ -31,13 +32,13 @@ namespace vorlink
     {
         VORLINK_LOG(1145, function, "Entery unpaired  name-> %s", name.c_str());
         StartDiscovery(false, true);
-        auto const* const found = GetDeviceforName(name, false);
-        if (!found)
+        auto const device = GetDeviceforName(name, false);
+        if (!device)
         {
             co_return;
         }
-        auto const device = *found; // the slot may hold another one after the wait
-        auto const result = co_await device.Pairing().UnpairAsync();
+        // A host in a single-threaded apartment need not pump messages to hear of it.
+        auto const result = co_await winrt::resume_agile(device.Pairing().UnpairAsync());
         if (result.Status() != DeviceUnpairingResultStatus::Unpaired)
         {
             callback(false, 0);

@@ -5,6 +5,9 @@
 
 #include <windows.h>
 
+#include <new>
+#include <string>
+
 namespace vorlink
 {
     using enumeration::DeviceUnpairingResultStatus;
@@ -12,7 +15,12 @@ namespace vorlink
     namespace
     {
         constexpr char function[] = "SubVorlink::UnpairBleDevice";
-    }
+
+        void LogError(winrt::hresult_error const& error)
+        {
+            VORLINK_LOG(1101, function, "exception -> %s", NarrowText(error.message(), CodePage::Utf8).c_str());
+        }
+    } // namespace
 
     void UnpairLeThread(SubVorlink& object, std::string destStr, UnpairResultCallback callback)
     {
@@ -29,16 +37,15 @@ namespace vorlink
         {
             StartDiscovery(true, true);
             VORLINK_LOG(1066, function, "ble   destStr is %s ", destStr.c_str());
-            auto const* const found = GetDeviceforName(destStr, true);
-            if (!found)
+            auto const device = GetDeviceforName(destStr, true);
+            if (!device)
             {
                 // Nothing is left to unpair: the host is told the same as after a success.
                 VORLINK_LOG(1071, function, "unpaired device failed");
                 callback(true, 0);
                 co_return;
             }
-            auto const pairing = found->Pairing();
-            auto const result = co_await pairing.UnpairAsync();
+            auto const result = co_await winrt::resume_agile(device.Pairing().UnpairAsync());
             if (result.Status() == DeviceUnpairingResultStatus::Unpaired)
             {
                 callback(true, 0);
@@ -52,7 +59,11 @@ namespace vorlink
         }
         catch (winrt::hresult_error const& error)
         {
-            VORLINK_LOG(1101, function, "exception -> %s", NarrowText(error.message(), CodePage::Utf8).c_str());
+            LogError(error);
+        }
+        catch (std::bad_alloc const&)
+        {
+            LogError(winrt::hresult_error(E_OUTOFMEMORY)); // what the platform's code for it is raised as
         }
     }
 } // namespace vorlink

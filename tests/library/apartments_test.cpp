@@ -1,4 +1,5 @@
 // Hosts of every apartment: pairing runs for each, and continues where it was begun.
+#include "tests/library/unpair_host.h"
 #include "tests/support/host.h"
 #include "tests/support/neighbourhood.h"
 #include "tests/support/trace.h"
@@ -95,6 +96,22 @@ TEST(Apartments, HostWithoutComCompletesALaterPairing)
 TEST(Apartments, MultithreadedHostCompletesALaterPairing)
 {
     ExpectLaterPairing(COINIT_MULTITHREADED);
+}
+
+TEST(Apartments, SingleThreadedHostHearsOfALaterUnpairingWithoutPumping)
+{
+    Load(PairedTag("'classic', 'le'", "[device.classic.unpairing]\nduration-ms = 'never'\n"));
+    OnThread(COINIT_APARTMENTTHREADED, [] {
+        auto const vorlink = MakeVorlink();
+        KnowLe(*vorlink, std::string("Tag=") + tagAt + "\n");
+        vorlink->UnpairedCurrent("Tag", UnpairHost::Callback);
+        EXPECT_EQ(UnpairHost::Count(), 0u);
+        ASSERT_TRUE(SimulateUnpairingCompletes(ClassicId(tagAt).c_str(), 0)) << SimulatorLastError();
+        ASSERT_TRUE(UnpairHost::WaitFor(1));
+        EXPECT_NE(UnpairHost::At(0).thread, GetCurrentThreadId());
+    });
+    EXPECT_TRUE(UnpairHost::At(0).success);
+    EXPECT_TRUE(WaitForCall(("UnpairAsync(" + LeId(tagAt)).c_str()));
 }
 
 TEST(Apartments, HostWithoutComJoinsTheMultithreadedApartment)

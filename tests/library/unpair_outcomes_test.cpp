@@ -136,9 +136,10 @@ namespace
     }
 
     // On the LE side: nobody hears of the error, and the process goes on.
-    void ExpectExceptionRecorded()
+    void ExpectExceptionRecorded(std::int32_t error = code)
     {
-        auto const record = Record(1101, leUnpairing, "exception -> " + MessageOf(code));
+        ASSERT_FALSE(MessageOf(error).empty());
+        auto const record = Record(1101, leUnpairing, "exception -> " + MessageOf(error));
         auto const end = std::chrono::steady_clock::now() + patience;
         while (LogOf(leUnpairing).empty() || LogOf(leUnpairing).back() != record)
         {
@@ -259,14 +260,18 @@ TEST(UnpairFailFastOperation, ThatEndsInErrorEndsTheProcess)
 // Set while the Classic side waits for its answer, the failure meets the LE side's first call of the method.
 TEST_P(LeError, IsRecordedAndNotReported)
 {
-    Load(With("classic", 0, "'never'"));
-    auto const vorlink = MakeLoggingVorlink();
-    KnowLe(*vorlink, known);
-    vorlink->UnpairedCurrent("Tag", UnpairHost::Callback);
-    ASSERT_TRUE(SimulatorWaitIdle(20'000));
-    ASSERT_TRUE(SimulateFailure(GetParam(), code)) << SimulatorLastError();
-    ASSERT_TRUE(SimulateUnpairingCompletes(ClassicId(tagAt).c_str(), 0)) << SimulatorLastError();
-    ExpectExceptionRecorded();
+    // The second is raised as the language's own exception.
+    for (auto const error : {code, static_cast<std::int32_t>(E_OUTOFMEMORY)})
+    {
+        Load(With("classic", 0, "'never'"));
+        auto const vorlink = MakeLoggingVorlink();
+        KnowLe(*vorlink, known);
+        vorlink->UnpairedCurrent("Tag", UnpairHost::Callback);
+        ASSERT_TRUE(SimulatorWaitIdle(20'000));
+        ASSERT_TRUE(SimulateFailure(GetParam(), error)) << SimulatorLastError();
+        ASSERT_TRUE(SimulateUnpairingCompletes(ClassicId(tagAt).c_str(), 0)) << SimulatorLastError();
+        ExpectExceptionRecorded(error);
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Le, LeError,

@@ -36,9 +36,9 @@ TEST(DeviceLookup, IdentifierModeFindsAFragmentAndEndsTheRun)
     SubVorlink object;
     QueueLe(object, Device("Tag", address, le));
     Library().enumerationFinished = false;
-    auto const* const device = object.GetDeviceforName("f4:a5:b6", true);
+    auto const device = object.GetDeviceforName("f4:a5:b6", true);
     ASSERT_TRUE(device);
-    EXPECT_EQ(device->Name(), L"Tag");
+    EXPECT_EQ(device.Name(), L"Tag");
     EXPECT_TRUE(Library().enumerationFinished);
     auto const id = LeId(address);
     EXPECT_THAT(Log(),
@@ -97,15 +97,19 @@ TEST(DeviceLookup, NameModeDoesNotEndTheRun)
     EXPECT_FALSE(Library().enumerationFinished);
 }
 
-TEST(DeviceLookup, ReturnsTheObjectsOwnSlotWhichKeepsTheLatestDevice)
+TEST(DeviceLookup, GivesAReferenceOfItsOwnAndKeepsTheLatestDeviceInTheObject)
 {
     SubVorlink object;
     QueueLe(object, Device("One", "00:00:00:00:00:01", le) + Device("Two", "00:00:00:00:00:02", le) +
                         Device("Three", "00:00:00:00:00:03", le));
-    auto* const first = object.GetDeviceforName("One", false);
+    auto const first = object.GetDeviceforName("One", false);
     ASSERT_TRUE(first);
     EXPECT_EQ(object.GetDeviceforName("Nobody", false), nullptr);
-    EXPECT_EQ(first->Name(), L"Three") << "the last one taken stays in the slot";
+    EXPECT_EQ(first.Name(), L"One");
+    Library().enumerationFinished = false;
+    auto kept = Waiting([&] { return object.GetDeviceforName("Three", false) != nullptr; });
+    WakeTaker();
+    EXPECT_TRUE(Result(kept)) << "the last one taken stays";
 }
 
 TEST(DeviceLookup, WokenBeforeTheFirstDeviceItAsksAgain)

@@ -42,19 +42,19 @@ namespace
 TEST(PairPhoneState, StoresCallbackAndNameOfAMatch)
 {
     Keep(Device("Ana", "a4:c1:38:5e:22:0f", "[device.pairing]\nduration-ms = 0"));
-    Library().destDeviceName = "before";
+    Library().destDeviceName.Write("before");
     SubVorlink().IosPairedDevicce("Ana", Host::Callback);
     EXPECT_EQ(Library().pairResultCallback, Host::Callback);
-    EXPECT_EQ(Library().destDeviceName, "Ana");
+    EXPECT_EQ(Library().destDeviceName.Read(), "Ana");
 }
 
 TEST(PairPhoneState, StoresTheCallbackAloneWhereNothingMatches)
 {
     Keep(Device("Ana", "a4:c1:38:5e:22:0f"));
-    Library().destDeviceName = "before";
+    Library().destDeviceName.Write("before");
     SubVorlink().IosPairedDevicce("Ben", Host::Callback);
     EXPECT_EQ(Library().pairResultCallback, Host::Callback);
-    EXPECT_EQ(Library().destDeviceName, "before");
+    EXPECT_EQ(Library().destDeviceName.Read(), "before");
     ASSERT_EQ(Host::Count(), 1u);
 }
 
