@@ -17,8 +17,9 @@ namespace vorlink
         constexpr char function[] = "ReadLine";
         constexpr char listingFile[] = "ble.jpg";
 
-        // The redirection needs a command interpreter.
-        constexpr char listDevices[] = R"(C:\Windows\System32\cmd.exe /c )"
+        // The redirection needs a command interpreter: without the user's own AutoRun command (/d), which would run
+        // first, might change the folder and takes time.
+        constexpr char listDevices[] = R"(C:\Windows\System32\cmd.exe /d /c )"
                                        "C:/Windows/System32/pnputil.exe   /enum-devices >ble.jpg";
 
         void SleepTimes(int times)
@@ -38,11 +39,7 @@ namespace vorlink
                 return;
             }
             VORLINK_LOG(527, function, "add new succes  %s", piece.c_str());
-            EraseLeData(name);
-            if (!name.empty() && !piece.empty())
-            {
-                Library().leDataMap.emplace(name, piece);
-            }
+            ReplaceLeData(name, piece);
         }
     } // namespace
 

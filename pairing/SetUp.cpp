@@ -17,7 +17,7 @@ namespace vorlink
     bool SubVorlink::Uninitialize()
     {
         auto& library = Library();
-        library.leDataMap.clear();
+        ClearLeData();
         if (library.IosDeviceList.Size() != 0)
         {
             library.IosDeviceList.Clear();

@@ -1,0 +1,55 @@
+#include "pairing/FileReplacement.h"
+
+#include <windows.h>
+
+#include <cstdio>
+#include <fstream>
+
+#include <io.h>
+
+namespace vorlink
+{
+    namespace
+    {
+        // What a process writes beside the file: two processes do not meet there.
+        std::string NewName(std::string const& fileName)
+        {
+            return fileName + '.' + std::to_string(GetCurrentProcessId()) + ".new";
+        }
+
+        // On the disk, not on the way there: else the system's own end could leave the new name without its text.
+        bool WriteWhole(std::FILE* file, std::string_view text)
+        {
+            bool const written = std::fwrite(text.data(), 1, text.size(), file) == text.size() &&
+                                 std::fflush(file) == 0 && _commit(_fileno(file)) == 0;
+            return std::fclose(file) == 0 && written;
+        }
+
+        void WriteOver(std::string const& fileName, std::string_view text)
+        {
+            std::ofstream(fileName, std::ios::binary) << text;
+        }
+    } // namespace
+
+    void ReplaceFileText(std::string const& fileName, std::string_view text)
+    {
+        std::string const newName = NewName(fileName);
+        std::FILE* const file = std::fopen(newName.c_str(), "wb");
+        if (!file)
+        {
+            WriteOver(fileName, text);
+            return;
+        }
+        bool const written = WriteWhole(file, text);
+        if (written &&
+            MoveFileExA(newName.c_str(), fileName.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
+        {
+            return;
+        }
+        DeleteFileA(newName.c_str());
+        if (written)
+        {
+            WriteOver(fileName, text);
+        }
+    }
+} // namespace vorlink
