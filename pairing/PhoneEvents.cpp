@@ -20,14 +20,16 @@ namespace vorlink
             VORLINK_LOG(111, "OnDeviceAdded", "OnDeviceAdded    name = %s ", narrowName.c_str());
             library.iosDeviceCallback(name.c_str(), static_cast<std::uint32_t>(name.size()));
         }
+        std::lock_guard const walk(library.iosWalkMutex);
         library.IosDeviceList.Append(info);
         co_return;
     }
 
-    // The size of the list is read once: an entry that another event removes meanwhile makes GetAt fail.
     winrt::fire_and_forget OnDeviceUpdated(enumeration::DeviceWatcher, enumeration::DeviceInformationUpdate update)
     {
-        auto const& list = Library().IosDeviceList;
+        auto& library = Library();
+        std::lock_guard const walk(library.iosWalkMutex);
+        auto const& list = library.IosDeviceList;
         std::uint32_t const size = list.Size();
         for (std::uint32_t i = 0; i < size; ++i)
         {
@@ -44,6 +46,7 @@ namespace vorlink
     winrt::fire_and_forget OnDeviceRemoved(enumeration::DeviceWatcher, enumeration::DeviceInformationUpdate update)
     {
         auto& library = Library();
+        std::lock_guard const walk(library.iosWalkMutex);
         auto const& list = library.IosDeviceList;
         std::uint32_t const size = list.Size();
         for (std::uint32_t i = 0; i < size; ++i)
@@ -58,8 +61,9 @@ namespace vorlink
         co_return;
     }
 
-    winrt::fire_and_forget OnEnumerationCompleted(enumeration::DeviceWatcher, IInspectable)
+    winrt::fire_and_forget OnEnumerationCompleted(enumeration::DeviceWatcher sender, IInspectable)
     {
+        TakeForStarted(sender);
         StopIosWatcher();
         co_return;
     }

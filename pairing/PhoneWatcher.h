@@ -1,5 +1,5 @@
 // The phone watcher: reports pairable Classic devices to the host, keeps every endpoint that it sees, and ends by
-// itself. All its state is the library's, and no mutex of the library's guards it, but for one removal from the list.
+// itself. All its state is the library's.
 #pragma once
 
 #include "pairing/Enumeration.h"
@@ -7,8 +7,15 @@
 namespace vorlink
 {
     // Stops the watcher that runs, if one does; what it has seen stays. The handler of Removed stays registered: the
-    // next start revokes it.
+    // next start revokes it. Of several callers at a time one does it and the others find nothing to do; what comes
+    // during a start is done when the watcher has started. When the platform refuses, the watcher counts as running.
     void StopIosWatcher();
+
+    // An event of the watcher that is being started tells that it has started: from now on it can be stopped.
+    void TakeForStarted(enumeration::DeviceWatcher const& watcher);
+
+    // Does nothing to a list that is empty.
+    void ClearIosDeviceList();
 
     // A thread's body: 25 seconds after its start, stops the watcher that runs then, which need not be the one that
     // the thread was started with.

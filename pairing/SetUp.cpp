@@ -1,6 +1,6 @@
 #include "pairing/Language.h"
 #include "pairing/LeStore.h"
-#include "pairing/LibraryState.h"
+#include "pairing/PhoneWatcher.h"
 #include "pairing/SubVorlink.h"
 
 #include <windows.h>
@@ -16,12 +16,8 @@ namespace vorlink
 
     bool SubVorlink::Uninitialize()
     {
-        auto& library = Library();
         ClearLeData();
-        if (library.IosDeviceList.Size() != 0)
-        {
-            library.IosDeviceList.Clear();
-        }
+        ClearIosDeviceList();
         return true;
     }
 } // namespace vorlink
