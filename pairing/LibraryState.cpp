@@ -2,6 +2,13 @@
 
 #include <memory>
 
+#ifdef VORLINK_OWN_RUNTIME
+namespace __gnu_cxx
+{
+    void __freeres(); // the runtime's own, which no header of it declares
+}
+#endif
+
 namespace vorlink
 {
     namespace
@@ -16,6 +23,10 @@ namespace vorlink
                 if (!keep)
                 {
                     std::destroy_at(&state);
+#ifdef VORLINK_OWN_RUNTIME
+                    // Some 73 KB for exceptions when memory has run out, which each load would leave behind.
+                    __gnu_cxx::__freeres();
+#endif
                 }
             }
 
