@@ -182,6 +182,32 @@ TEST(PairByName, TwoCallsStartTwoCeremoniesAndReportToTheLatestCallback)
     EXPECT_EQ(Text(OtherHost::At(1).addressText), "a4c1385e2210");
 }
 
+TEST(PairByName, TwoPendingPairingsOfOneNameAreBothReported)
+{
+    constexpr char other[] = "a4:c1:38:5e:22:10";
+    Load(prompt + Device("Headset", address, "[device.pairing]\nduration-ms = 'never'") +
+         Device("Headset", other, "[device.pairing]\nduration-ms = 'never'"));
+    auto const vorlink = MakeVorlink();
+    vorlink->PairedDevice("Headset", Host::Callback);
+    ASSERT_TRUE(SimulatorWaitIdle(20'000)); // the other one is queued then, and the next call takes it first
+    vorlink->PairedDevice("Headset", Host::Callback);
+    ASSERT_TRUE(WaitForCall("Accept(", 2));
+    EXPECT_EQ(Host::Count(), 0u);
+    ASSERT_TRUE(SimulatePairingCompletes(ClassicId(other).c_str(), 0)) << SimulatorLastError();
+    ASSERT_TRUE(Host::WaitFor(1));
+    ASSERT_TRUE(SimulatePairingCompletes(ClassicId(address).c_str(), 0)) << SimulatorLastError();
+    ASSERT_TRUE(Host::WaitFor(2));
+    EXPECT_EQ(Host::At(0).address, 0xa4c1385e2210u);
+    EXPECT_EQ(Host::At(1).address, 0xa4c1385e220fu);
+    for (std::size_t report = 0; report < 2; ++report)
+    {
+        EXPECT_EQ(Host::At(report).paired, 1);
+        EXPECT_EQ(Text(Host::At(report).name), "Headset");
+    }
+    ASSERT_TRUE(SimulatorWaitIdle(20'000));
+    EXPECT_EQ(Host::Count(), 2u);
+}
+
 TEST(PairByName, SecondCallForTheSameDeviceIsAnsweredByThePlatformAndNotReported)
 {
     Load(prompt + Device("Headset", address, "[device.pairing]\nduration-ms = 'never'"));
