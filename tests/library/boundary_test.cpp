@@ -1,12 +1,18 @@
 // The library's whole surface, and what creating, switching and releasing do.
+#include "tests/library/unpair_host.h"
+#include "tests/support/captured_output.h"
 #include "tests/support/host.h"
 #include "tests/support/log_file.h"
 #include "tests/support/neighbourhood.h"
+#include "tests/support/replaced_import.h"
 #include "tests/support/trace.h"
 
 #include <gmock/gmock.h>
 
+#include <atomic>
+
 using namespace test;
+using testing::Contains;
 using testing::IsEmpty;
 using testing::SizeIs;
 
@@ -15,6 +21,15 @@ namespace
     void Nobody(wchar_t const*, std::uint32_t) {}
 
     void NobodyUnpaired(bool, int) {}
+
+    std::atomic<int> threads{0};
+
+    HANDLE WINAPI CountedThread(LPSECURITY_ATTRIBUTES attributes, SIZE_T stack, LPTHREAD_START_ROUTINE start,
+                                LPVOID argument, DWORD flags, LPDWORD id)
+    {
+        ++threads;
+        return CreateThread(attributes, stack, start, argument, flags, id);
+    }
 } // namespace
 
 TEST(Boundary, TheFactoryDoesNothingElse)
@@ -25,6 +40,23 @@ TEST(Boundary, TheFactoryDoesNothingElse)
     EXPECT_TRUE(vorlink);
     EXPECT_THAT(Trace(), IsEmpty());
     EXPECT_TRUE(std::filesystem::is_empty(std::filesystem::current_path()));
+}
+
+TEST(Boundary, TheFactoryDoesNothingElseAlsoWithTheLogOnAndADataFileThere)
+{
+    Load(PairedTag("'classic'"));
+    std::ofstream("MyLEData", std::ios::binary) << "Tag=" << tagAt << "\n";
+    MakeVorlink()->SetLogEnabled(true);
+    ReplaceImport(LibraryModule(), "CreateThread", &CountedThread);
+    std::unique_ptr<Vorlink> vorlink;
+    EXPECT_EQ(OutputOf([&] { vorlink = MakeVorlink(); }), "");
+    EXPECT_THAT(Trace({""}), IsEmpty()) << "not even an activation";
+    EXPECT_FALSE(LogExists());
+    EXPECT_EQ(threads, 0);
+    // The file was not loaded.
+    vorlink->UnpairedCurrent("Tag", UnpairHost::Callback);
+    ASSERT_TRUE(UnpairHost::WaitFor(1));
+    EXPECT_THAT(LogOf(classicUnpairing), Contains(Record(1177, classicUnpairing, "device Id -> ")));
 }
 
 TEST(Boundary, EveryCallMakesAnObjectOfItsOwn)
