@@ -89,6 +89,12 @@ namespace
         return nullptr;
     }
 
+    // Leaves a file with the report's outcome behind, for whoever comes after the process.
+    void LeaveReport(PairReport report)
+    {
+        std::ofstream("report") << int{report.paired};
+    }
+
     // Pairs with this outcome and returns the reader's records a moment later.
     std::vector<std::string> ReaderAfter(std::string const& status)
     {
@@ -126,7 +132,7 @@ TEST(Reader, IsStartedBetweenTheReportAndTheStatusRecord)
     EXPECT_THAT(LogOf(ceremony), testing::ElementsAre(Record(796, ceremony, "DevicePairingResultStatus::Paired")));
 }
 
-TEST(Reader, ThatCannotBeStartedEndsTheProcessWithoutTheStatusRecord)
+TEST(Reader, ThatCannotBeStartedEndsTheProcessBehindTheReportAndWithoutTheStatusRecord)
 {
     auto const directory = DirectoryOfTheTest();
     EXPECT_EXIT(
@@ -136,10 +142,11 @@ TEST(Reader, ThatCannotBeStartedEndsTheProcessWithoutTheStatusRecord)
             ReplaceImport(LibraryModule(), "CreateThread", RefuseThreadStart);
             auto const vorlink = MakeVorlink();
             vorlink->SetLogEnabled(true);
-            vorlink->PairedDevice("Tag", Host::Callback);
+            vorlink->PairedDevice("Tag", LeaveReport);
             std::_Exit(6);
         },
         EndedByFailFast, "");
+    EXPECT_EQ(ReadFile("report"), "1");
     EXPECT_THAT(Log(), testing::Not(IsEmpty()));
     EXPECT_THAT(LogOf(ceremony), IsEmpty());
 }
