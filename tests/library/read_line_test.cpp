@@ -52,12 +52,12 @@ namespace
 
     // Under load the tool may come too late for the library's fixed wait, which then learns nothing: the pairing
     // is repeated. What the last attempt wrote to standard output.
-    std::string LearnTag(Vorlink& vorlink)
+    std::string LearnTag(Vorlink& vorlink, std::string const& devices = Tag())
     {
         std::string output;
         for (int attempt = 0; attempt < 4 && output.find("Utility") == std::string::npos; ++attempt)
         {
-            LoadWithTool(prompt + "[listing]\nunrelated-devices = 2\n" + Tag());
+            LoadWithTool(prompt + "[listing]\nunrelated-devices = 2\n" + devices);
             output = OutputOf([&] { PairAndWaitForReader(vorlink, "Tag"); });
         }
         return output;
@@ -225,6 +225,43 @@ TEST(SlowReader, FindsTheStoreEmptyBehindUninitialize)
     vorlink->Uninitialize();
     LearnTag(*vorlink);
     EXPECT_EQ(ReadFile("MyLEData"), "Tag=C1D2E3F4A5B6\n");
+}
+
+TEST(SlowReader, ChangesNothingWhenThePieceIsStoredUnderAnotherName)
+{
+    std::ofstream("MyLEData", std::ios::binary) << "Other=C1D2E3F4A5B6\n";
+    auto const vorlink = MakeVorlink();
+    vorlink->Initialize();
+    vorlink->SetLogEnabled(true);
+    EXPECT_THAT(LearnTag(*vorlink), EndsWith("\r\nOther:C1D2E3F4A5B6\r\n")) << "saved all the same";
+    EXPECT_EQ(ReadFile("MyLEData"), "Other=C1D2E3F4A5B6\n");
+    EXPECT_EQ(LogOf(reader).back(), Record(524, reader, std::string("find instance vectors[2]  is: ") + tagPiece));
+}
+
+TEST(SlowReader, RecordsNothingOfADeviceWhoseDescriptionLacksTheMark)
+{
+    std::ofstream("MyLEData", std::ios::binary) << "Other=kept\n";
+    auto const vorlink = MakeVorlink();
+    vorlink->Initialize();
+    vorlink->SetLogEnabled(true);
+    auto const output = LearnTag(*vorlink, Tag("description = 'Bluetooth LE device'"));
+    EXPECT_THAT(output, HasSubstr("\r\nDevice Description:         Bluetooth LE device\r\n"));
+    EXPECT_THAT(output, EndsWith("\r\nOther:kept\r\n"));
+    EXPECT_EQ(ReadFile("MyLEData"), "Other=kept\n");
+    EXPECT_EQ(LogOf(reader).back(), Record(514, reader, std::string("find instance ID  is: ") + tagInstance));
+}
+
+TEST(SlowReader, StoresTheLatterOfTwoNewPieces)
+{
+    auto const vorlink = MakeVorlink();
+    vorlink->SetLogEnabled(true);
+    auto const output =
+        LearnTag(*vorlink, Tag() + Device("", "cc:50:e3:18:f6:9d", "protocols = ['le']\nlisted = true"));
+    EXPECT_THAT(output, EndsWith("\r\nTag:CC50E318F69D\r\n"));
+    EXPECT_EQ(ReadFile("MyLEData"), "Tag=CC50E318F69D\n");
+    EXPECT_THAT(LogOf(reader), Contains(Record(527, reader, std::string("add new succes  ") + tagPiece)))
+        << "the former was stored meanwhile";
+    EXPECT_EQ(LogOf(reader).back(), Record(527, reader, "add new succes  CC50E318F69D"));
 }
 
 TEST(SlowReader, KeepsTheLibraryLoadedUntilItEnds)
