@@ -7,9 +7,7 @@
 #include <gmock/gmock.h>
 
 using namespace test;
-using testing::Contains;
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 namespace
 {
@@ -52,18 +50,6 @@ TEST(Ceremony, RegistrationIsRemovedBeforeTheStatusIsRead)
     EXPECT_TRUE(calls[0].starts_with("AsyncOperation.GetResults"));
     EXPECT_TRUE(calls[1].starts_with("DeviceInformationCustomPairing.remove_PairingRequested"));
     EXPECT_TRUE(calls[2].starts_with("DevicePairingResult.get_Status"));
-}
-
-TEST(Ceremony, DeviceThatWantsAKindNotOfferedIsReportedAsThePlatformAnswers)
-{
-    Load(prompt + Device("Headset", address, "[device.pairing]\nkind = 'ProvidePin'\npin = '0000'"));
-    MakeVorlink()->PairedDevice("Headset", Host::Callback);
-    ASSERT_TRUE(Host::WaitFor(1));
-    EXPECT_EQ(Host::At(0).paired, 0);
-    ASSERT_TRUE(SimulatorWaitIdle(20'000));
-    EXPECT_THAT(Trace({"! DeviceInformationCustomPairing.PairingRequested"}), IsEmpty());
-    EXPECT_THAT(Trace(),
-                Contains("DevicePairingResult.get_Status(" + ClassicId(address) + ") -> RequiredHandlerNotRegistered"));
 }
 
 TEST(Ceremony, IdentifierWithoutDashHasNoAddressAndTheCeremonyGoesOn)
