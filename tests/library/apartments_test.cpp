@@ -1,6 +1,8 @@
 // Hosts of every apartment: pairing runs for each, and continues where it was begun.
 #include "tests/library/unpair_host.h"
+#include "tests/support/apartment.h"
 #include "tests/support/host.h"
+#include "tests/support/log_file.h"
 #include "tests/support/neighbourhood.h"
 #include "tests/support/trace.h"
 
@@ -11,11 +13,13 @@
 #include <thread>
 
 using namespace test;
+using testing::ElementsAre;
 using testing::IsEmpty;
 
 namespace
 {
     constexpr char address[] = "a4:c1:38:5e:22:0f";
+    constexpr char ceremony[] = "SubVorlink::PairingDevice";
 
     std::string Immediate()
     {
@@ -71,6 +75,24 @@ namespace
         });
         EXPECT_EQ(Host::At(0).paired, 1);
     }
+
+    // What the ceremony asks of the platform from where it goes on; the thread of each.
+    std::vector<DWORD> ThreadsOfContinuation()
+    {
+        std::vector<DWORD> threads;
+        for (auto const& line : TraceLines())
+        {
+            for (auto const* const call :
+                 {"AsyncOperation.GetResults", "DeviceInformationCustomPairing.remove_", "DevicePairingResult."})
+            {
+                if (line.text.starts_with(call))
+                {
+                    threads.push_back(line.thread);
+                }
+            }
+        }
+        return threads;
+    }
 } // namespace
 
 TEST(Apartments, HostWithoutComCompletesAnImmediatePairing)
@@ -112,6 +134,31 @@ TEST(Apartments, SingleThreadedHostHearsOfALaterUnpairingWithoutPumping)
     });
     EXPECT_TRUE(UnpairHost::At(0).success);
     EXPECT_TRUE(WaitForCall(("UnpairAsync(" + LeId(tagAt)).c_str()));
+}
+
+TEST(Apartments, SingleThreadedHostCompletesALaterPairingWhenItPumps)
+{
+    Load(Later());
+    OnThread(COINIT_APARTMENTTHREADED, [] {
+        Apartment const apartment(LibraryModule());
+        auto const vorlink = MakeVorlink();
+        vorlink->SetLogEnabled(true);
+        vorlink->PairedDevice("Headset", Host::Callback);
+        ASSERT_TRUE(WaitForCall("Accept("));
+        ASSERT_TRUE(SimulatePairingCompletes(ClassicId(address).c_str(), 0)) << SimulatorLastError();
+        ASSERT_TRUE(apartment.WaitForEntry());
+        EXPECT_EQ(Host::Count(), 0u);
+        EXPECT_THAT(LogOf(ceremony), IsEmpty());
+        EXPECT_THAT(ThreadsOfContinuation(), IsEmpty());
+
+        ASSERT_TRUE(apartment.PumpUntil([] { return Host::Count() > 0; }));
+        auto const here = GetCurrentThreadId();
+        EXPECT_EQ(Host::ThreadOf(0), here);
+        EXPECT_THAT(LogOf(ceremony), ElementsAre(Record(796, ceremony, "DevicePairingResultStatus::Paired")));
+        EXPECT_THAT(ThreadsOfContinuation(), ElementsAre(here, here, here));
+    });
+    ASSERT_EQ(Host::Count(), 1u);
+    EXPECT_EQ(Host::At(0).paired, 1);
 }
 
 TEST(Apartments, HostWithoutComJoinsTheMultithreadedApartment)

@@ -1,4 +1,5 @@
 // Awaiting an asynchronous operation: when the coroutine goes on, where, and that it always does.
+#include "tests/support/apartment.h"
 #include "tests/support/fake_operation.h"
 #include "tests/support/patience.h"
 #include "tests/support/process_end.h"
@@ -148,6 +149,25 @@ TEST(WinrtAwait, AgileItContinuesAtOnceWhenTheOperationIsComplete)
     AwaitAnywhere(operation, outcome);
     EXPECT_TRUE(HasEnded(outcome));
     EXPECT_EQ(outcome.thread, GetCurrentThreadId());
+}
+
+TEST(WinrtAwait, FromASingleThreadedApartmentItContinuesOnItsThreadWhenThatPumps)
+{
+    ASSERT_EQ(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED), S_OK);
+    test::Apartment const apartment(GetModuleHandleW(nullptr));
+    FakeOperation operation;
+    Outcome outcome;
+    Await(operation, outcome);
+    std::thread completer([&] { operation.Complete(); });
+    EXPECT_TRUE(apartment.WaitForEntry());
+    EXPECT_FALSE(HasEnded(outcome));
+    EXPECT_EQ(operation.resultsTaken, 0);
+    EXPECT_TRUE(apartment.PumpUntil([&] { return HasEnded(outcome); }));
+    completer.join();
+    EXPECT_EQ(outcome.thread, GetCurrentThreadId());
+    EXPECT_EQ(outcome.code, 0);
+    EXPECT_EQ(operation.resultsTaken, 1);
+    CoUninitialize();
 }
 
 TEST(WinrtAwait, ContextThatCannotBeEnteredDoesNotLoseTheContinuation)
