@@ -5,12 +5,12 @@
 #include "pairing/SubVorlink.h"
 #include "tests/support/endpoints.h"
 #include "tests/support/fake_list.h"
+#include "tests/support/host.h"
 #include "tests/support/log_file.h"
 #include "tests/support/neighbourhood.h"
 #include "tests/support/patience.h"
 #include "tests/support/phones.h"
 #include "tests/support/process_end.h"
-#include "tests/support/replaced_import.h"
 #include "tests/support/trace.h"
 
 #include <gmock/gmock.h>
@@ -25,7 +25,6 @@
 
 using namespace test;
 using namespace vorlink;
-using testing::Each;
 using testing::ElementsAre;
 using testing::ElementsAreArray;
 using testing::IsEmpty;
@@ -454,6 +453,46 @@ TEST(PhoneHandlers, OnlyARemovalWaitsForItsMutex)
     EXPECT_THAT(Kept(), IsEmpty());
 }
 
+// Else one walks to an end that another has brought nearer, which ends the process.
+TEST(PhoneHandlers, ChangeTheListOneAtATimeAndReportBeside)
+{
+    auto const watcher = Over("Ana");
+    auto const device = watcher->Devices().at(0);
+    auto const update = Rename(*watcher, address);
+    auto const sender = watcher->Sender();
+    Library().IosDeviceList.Append(device);
+    std::unique_lock walk(Library().iosWalkMutex);
+
+    SimulatorClearTrace();
+    auto const added = std::async(std::launch::async, [&] { OnDeviceAdded(sender, device); });
+    ASSERT_TRUE(Phones::WaitFor(1)) << "the host hears of it meanwhile";
+    auto const updated = std::async(std::launch::async, [&] { OnDeviceUpdated(sender, update); });
+    auto const removed = std::async(std::launch::async, [&] { OnDeviceRemoved(sender, update); });
+    auto const cleared = std::async(std::launch::async, ClearIosDeviceList);
+    EXPECT_EQ(added.wait_for(moment), std::future_status::timeout);
+    EXPECT_THAT(Kept(), ElementsAre(L"Ana"));
+    EXPECT_THAT(Trace({"DeviceInformationUpdate.get_Id", "DeviceInformation.Update"}), IsEmpty());
+    for (auto const* call : {&updated, &removed, &cleared})
+    {
+        EXPECT_EQ(call->wait_for(std::chrono::seconds(0)), std::future_status::timeout);
+    }
+    walk.unlock();
+    for (auto const* call : {&added, &updated, &removed, &cleared})
+    {
+        EXPECT_TRUE(Ends(*call));
+    }
+}
+
+TEST(PhoneHandlers, SearchForAPhoneWaitsForNone)
+{
+    auto const watcher = Over("Ana");
+    Library().IosDeviceList.Append(watcher->Devices().at(0));
+    std::lock_guard const walk(Library().iosWalkMutex);
+    auto const search = std::async(std::launch::async, [] { SubVorlink().IosPairedDevicce("Nobody", Host::Callback); });
+    ASSERT_TRUE(Ends(search));
+    EXPECT_EQ(Host::Count(), 1u);
+}
+
 TEST(PhoneHandlers, RemovalOfTheUnknownTakesNoMutex)
 {
     auto const watcher = Over("Ana");
@@ -503,47 +542,6 @@ TEST(PhoneState, FailedClearReachesTheHostBeforeAWatcherIsMade)
     ListInPlace const inPlace(list);
     EXPECT_EQ(CodeOfStart(), list.failure);
     EXPECT_THAT(Trace(), IsEmpty());
-}
-
-namespace
-{
-    // A clock that only sleeping moves on.
-    std::atomic<LONGLONG> ticks{0};
-    LONGLONG ticksASecond = 0;
-    DWORD endThread = 0;
-    std::vector<DWORD> sleeps; // of that thread
-
-    BOOL WINAPI SleptTicks(LARGE_INTEGER* value)
-    {
-        value->QuadPart = ticks;
-        return TRUE;
-    }
-
-    void WINAPI PretendToSleep(DWORD milliseconds)
-    {
-        if (GetCurrentThreadId() == endThread)
-        {
-            sleeps.push_back(milliseconds);
-            ticks += milliseconds * ticksASecond / 1000;
-        }
-    }
-} // namespace
-
-TEST(PhoneEnd, SleepsOneMillisecondAtATimeUntil25SecondsHavePassed)
-{
-    Load(patient);
-    LARGE_INTEGER frequency{};
-    QueryPerformanceFrequency(&frequency);
-    ticksASecond = frequency.QuadPart;
-    ReplaceImport(GetModuleHandleW(nullptr), "QueryPerformanceCounter", &SleptTicks);
-    ReplaceImport(GetModuleHandleW(nullptr), "Sleep", &PretendToSleep);
-    std::thread([] {
-        endThread = GetCurrentThreadId();
-        ThreadEndWatcher();
-        endThread = 0; // the thread's own end may sleep too
-    }).join();
-    EXPECT_THAT(sleeps, SizeIs(25'000));
-    EXPECT_THAT(sleeps, Each(1));
 }
 
 TEST(SlowPhoneEnd, WaitsFor25SecondsAndThenStopsNothingWhereNothingRuns)
