@@ -25,6 +25,9 @@ namespace simulator
             {Protocol::Le, "le", "BluetoothLE#BluetoothLE", "{bb7bb05e-5972-42b5-94fc-76eaa7084d49}"},
         };
 
+        // Enough to bring out any fault of a program, and few enough for every watcher to have its own.
+        constexpr std::int32_t mostEventThreads = 64;
+
         bool HasPin(std::uint32_t kind)
         {
             constexpr std::uint32_t displayPin = 2;
@@ -50,6 +53,18 @@ namespace simulator
             std::erase_if(endpoint.changes, [](TimedChange const& change) { return change.atMs == never; });
             std::ranges::stable_sort(endpoint.changes, {}, &TimedChange::atMs);
             return endpoint;
+        }
+
+        void ReadEventThreads(TableReader& reader, std::int32_t& threads)
+        {
+            Value number = threads;
+            reader.Read("event-threads", PropertyKind::Int32, number);
+            threads = std::get<std::int32_t>(number);
+            if (threads < 1 || threads > mostEventThreads)
+            {
+                reader.FailAt("event-threads",
+                              "a number from 1 to " + std::to_string(mostEventThreads) + " is expected");
+            }
         }
 
         // A device becomes one endpoint a protocol.
@@ -105,11 +120,12 @@ namespace simulator
     {
         auto const root = ParseToml(toml, sourceName);
         TableReader reader(root, sourceName);
-        Scenario scenario{300, true, {}, {}};
+        Scenario scenario{300, true, 1, {}, {}};
         std::string adapter = "00:1a:7d:da:71:13";
         reader.ReadAddress("adapter", adapter);
         reader.ReadMilliseconds("enumeration-completes-ms", scenario.enumerationCompletesAtMs);
         reader.Read("appear-after-completion", scenario.appearAfterCompletion);
+        ReadEventThreads(reader, scenario.eventThreads);
         if (auto table = reader.Table("listing"))
         {
             ReadListing(*table, scenario.listing);

@@ -88,6 +88,7 @@ namespace simulator
     {
         std::int32_t enumerationCompletesAtMs;
         bool appearAfterCompletion; // whether a watcher reports what appears once its enumeration is complete
+        std::int32_t eventThreads;  // how many raise the events of one watcher
         std::vector<Endpoint> endpoints;
         Listing listing;
     };

@@ -1,9 +1,9 @@
-// The thread of a watcher's run: takes what is due, raises what follows from it.
+// The threads of a watcher's run: each takes what is due and raises what follows from it.
 #include "simulator/device_information.h"
 #include "simulator/device_update.h"
 #include "simulator/watcher_run.h"
 
-#include <map>
+#include <algorithm>
 
 namespace simulator
 {
@@ -26,38 +26,60 @@ namespace simulator
             }
         }
 
+        // The first task that need not wait for what the other threads are at; the end where all have to. An
+        // endpoint's tasks wait for its events, the completion for those of all.
+        std::deque<Task>::iterator Startable(WatcherRun& run)
+        {
+            auto const first = run.tasks.begin();
+            for (auto task = first; task != run.tasks.end(); ++task)
+            {
+                if (!*task)
+                {
+                    return task == first && run.raising.empty() ? task : run.tasks.end();
+                }
+                if (std::ranges::find(run.raising, (*task)->id) == run.raising.end())
+                {
+                    return task;
+                }
+            }
+            return run.tasks.end();
+        }
+
+        void WaitForTask(std::unique_lock<std::mutex>& lock, WatcherRun& run)
+        {
+            auto& changed = TheNeighbourhood().changed;
+            if (--run.busyThreads == 0)
+            {
+                changed.notify_all();
+            }
+            auto const cameFirst = [&] { return IsOver(run) || Startable(run) != run.tasks.end(); };
+            if (run.schedule.empty())
+            {
+                changed.wait(lock, cameFirst);
+            }
+            else
+            {
+                auto const due = run.schedule.front().due; // it may be gone before the wait is over
+                changed.wait_until(lock, due, cameFirst);
+            }
+            ++run.busyThreads;
+        }
+
         // Null when the run is over.
         std::optional<Task> NextTask(std::unique_lock<std::mutex>& lock, WatcherRun& run)
         {
-            auto& neighbourhood = TheNeighbourhood();
-            for (;;)
+            while (!IsOver(run))
             {
-                if (IsOver(run))
-                {
-                    return std::nullopt;
-                }
                 TakeDue(run);
-                if (!run.tasks.empty())
+                if (auto const first = Startable(run); first != run.tasks.end())
                 {
-                    run.busy = true;
-                    auto task = std::move(run.tasks.front());
-                    run.tasks.pop_front();
+                    auto task = std::move(*first);
+                    run.tasks.erase(first);
                     return task;
                 }
-                if (std::exchange(run.busy, false))
-                {
-                    neighbourhood.changed.notify_all();
-                }
-                auto const cameFirst = [&] { return IsOver(run) || !run.tasks.empty(); };
-                if (run.schedule.empty())
-                {
-                    neighbourhood.changed.wait(lock, cameFirst);
-                }
-                else
-                {
-                    neighbourhood.changed.wait_until(lock, run.schedule.front().due, cameFirst);
-                }
+                WaitForTask(lock, run);
             }
+            return std::nullopt;
         }
 
         // Null once the program has let go of the watcher: there is nobody left to tell.
@@ -119,6 +141,7 @@ namespace simulator
                 return; // by a verb, before the scenario's own time
             }
             status = DeviceWatcherStatus::EnumerationCompleted;
+            TheNeighbourhood().changed.notify_all(); // what came behind it need not wait for its handlers
             lock.unlock();
             RaiseWithoutArguments(run, run.watching->enumerationCompleted, "DeviceWatcher.EnumerationCompleted");
             lock.lock();
@@ -154,9 +177,15 @@ namespace simulator
                 continue;
             }
             auto const report = See(*run, **task);
+            run->raising.push_back(report.id);
             lock.unlock();
             RaiseReport(*run, report);
             lock.lock();
+            std::erase(run->raising, report.id);
+        }
+        if (--run->threads > 0)
+        {
+            return; // others still have handlers to come back from
         }
         End(lock, *run);
         std::erase(neighbourhood.runs, run);

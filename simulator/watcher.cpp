@@ -18,7 +18,7 @@ namespace simulator
         watching_->name.append("#").append(std::to_string(++neighbourhood.watchersMade));
     }
 
-    // A running watcher may be let go of: its thread ends by itself, and this may well be that thread.
+    // A running watcher may be let go of: its threads end by themselves, and this may well be one of them.
     DeviceWatcher::~DeviceWatcher()
     {
         auto& neighbourhood = TheNeighbourhood();
@@ -30,7 +30,7 @@ namespace simulator
             }
         }
         neighbourhood.changed.notify_all();
-        // What handlers hold is let go of here, not whenever the thread has ended.
+        // What handlers hold is let go of here, not whenever the threads have ended.
         watching_->added.Clear();
         watching_->updated.Clear();
         watching_->removed.Clear();
@@ -122,9 +122,13 @@ namespace simulator
             }
             watching_->status = DeviceWatcherStatus::Started;
             watching_->run = MakeRun(neighbourhood, watching_);
-            auto run = watching_->run;
+            auto const run = watching_->run;
+            auto const threads = run->threads;
             lock.unlock();
-            OnOwnThread([run = std::move(run)]() mutable { Watch(std::move(run)); });
+            for (std::int32_t thread = 0; thread < threads; ++thread)
+            {
+                OnOwnThread([run] { Watch(run); });
+            }
             return S_OK;
         });
     }

@@ -81,7 +81,7 @@ namespace simulator
 
     bool IsIdle(WatcherRun const& run, Clock::time_point now)
     {
-        return !run.busy && !run.stop && !run.abort && !run.cutOff && !run.orphaned && run.tasks.empty() &&
+        return run.busyThreads == 0 && !run.stop && !run.abort && !run.cutOff && !run.orphaned && run.tasks.empty() &&
                (run.schedule.empty() || run.schedule.front().due > now);
     }
 
@@ -91,6 +91,8 @@ namespace simulator
         run->watching = std::move(watching);
         run->generation = neighbourhood.generation;
         run->reportsLateComers = neighbourhood.scenario.appearAfterCompletion;
+        run->threads = neighbourhood.scenario.eventThreads;
+        run->busyThreads = run->threads;
         // Bluetooth devices are association endpoints: any other kind of watcher finds nothing.
         if (run->watching->kind == DeviceInformationKind::AssociationEndpoint)
         {

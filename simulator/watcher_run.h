@@ -34,9 +34,11 @@ namespace simulator
         std::uint64_t generation = 0;
         bool reportsLateComers = true;
         std::vector<Seen> seen;
-        std::deque<Task> tasks;         // due, in order
-        std::deque<TimedTask> schedule; // by time
-        bool busy = true;
+        std::deque<Task> tasks;           // due, in order
+        std::deque<TimedTask> schedule;   // by time
+        std::int32_t threads = 1;         // that take its tasks, until the run is over
+        std::int32_t busyThreads = 1;     // of these; one that has not begun yet is
+        std::vector<std::string> raising; // endpoints whose events are on their way
         bool stop = false;
         bool abort = false;
         bool cutOff = false;   // by a reset
@@ -69,6 +71,6 @@ namespace simulator
 
     Report See(WatcherRun& run, Happening const& happening);
 
-    // The thread of the run.
+    // The body of each thread of the run.
     void Watch(std::shared_ptr<WatcherRun> run);
 } // namespace simulator

@@ -45,6 +45,12 @@ namespace client
         std::vector<std::string> Heard()
         {
             EXPECT_EQ(SimulatorWaitIdle(patience), 1) << Trace();
+            return HeardSoFar();
+        }
+
+        // The same, whatever is still on its way.
+        std::vector<std::string> HeardSoFar()
+        {
             std::lock_guard const lock(mutex_);
             return std::exchange(heard_, {});
         }

@@ -72,6 +72,8 @@ namespace
     INSTANTIATE_TEST_SUITE_P(
         Types, ScenarioFault,
         testing::Values(Faulty{"appear-after-completion = 1\n", "1", "true or false"},
+                        Faulty{"event-threads = \"4\"\n", "1", "whole number"},
+                        Faulty{Device("event-threads = 4\n"), "3", "'event-threads': unknown key"},
                         Faulty{"adapter = 1\n", "1", "text"}, Faulty{"device = 1\n", "1", "tables are expected"},
                         Faulty{"[device]\naddress = \"a4:c1:38:5e:22:0f\"\n", "1", "tables are expected"},
                         Faulty{"device = [1]\n", "1", "tables are expected"}, Faulty{Device("name = 5\n"), "3", "text"},
@@ -100,6 +102,9 @@ namespace
             Faulty{"enumeration-completes-ms = 2147483648\n", "1", "not a time"},
             Faulty{"enumeration-completes-ms = 1.5\n", "1", "wrong type"},
             Faulty{"enumeration-completes-ms = \"Never\"\n", "1", "'Never' is not known"},
+            Faulty{"event-threads = 0\n", "1", "'event-threads': a number from 1 to 64 is expected"},
+            Faulty{"\nevent-threads = 65\n", "2", "a number from 1 to 64"},
+            Faulty{"event-threads = -4\n", "1", "a number from 1 to 64"},
             Faulty{Device("appears-ms = 5\nleaves-ms = 5\n"), "1", "leaves before it appears"},
             Faulty{Device("appears-ms = 5\nrepeats-ms = 5\n"), "1", "reported again before it appears"},
             Faulty{Device("protocols = [\"BLE\"]\n"), "3", "'BLE' is not known; known are: classic, le"},

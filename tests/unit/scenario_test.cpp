@@ -41,6 +41,7 @@ namespace
         auto const scenario = Parse("");
         EXPECT_EQ(scenario.enumerationCompletesAtMs, 300);
         EXPECT_TRUE(scenario.appearAfterCompletion);
+        EXPECT_EQ(scenario.eventThreads, 1);
         EXPECT_TRUE(scenario.endpoints.empty());
     }
 
@@ -50,6 +51,8 @@ namespace
         EXPECT_EQ(scenario.enumerationCompletesAtMs, never);
         EXPECT_FALSE(scenario.appearAfterCompletion);
         EXPECT_EQ(Parse("enumeration-completes-ms = 0").enumerationCompletesAtMs, 0);
+        EXPECT_EQ(Parse("event-threads = 4").eventThreads, 4);
+        EXPECT_EQ(Parse("event-threads = 64").eventThreads, 64);
     }
 
     TEST(Scenario, AddressAloneMakesADevice)
