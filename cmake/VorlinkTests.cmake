@@ -24,7 +24,8 @@ endif()
 #
 # One executable whose every test runs in a process of its own, in a working directory of its own (the
 # support main makes it). Test suites whose name begins with Slow wait for the library's own fixed times;
-# they get the label `slow`. SIMULATOR: the process meets the simulated platform.
+# they get the label `slow`. Those whose name begins with Stress run for as many seconds as VORLINK_TEST_SECONDS
+# says, one unless set, and get the label `stress`. SIMULATOR: the process meets the simulated platform.
 function(vorlink_add_test name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "SIMULATOR" "" "SOURCES;LIBRARIES")
   add_executable(${name} ${arg_SOURCES} ${PROJECT_SOURCE_DIR}/tests/support/main.cpp)
@@ -37,7 +38,7 @@ function(vorlink_add_test name)
   # The first discovery may have to make the Wine prefix.
   gtest_discover_tests(
     ${name}
-    TEST_FILTER -Slow*
+    TEST_FILTER -Slow*:Stress*
     TEST_PREFIX ${name}.
     NO_PRETTY_VALUES
     DISCOVERY_TIMEOUT 120
@@ -50,4 +51,12 @@ function(vorlink_add_test name)
     TEST_LIST ${name}_SLOW_TESTS
     DISCOVERY_TIMEOUT 120
     PROPERTIES TIMEOUT 90 LABELS slow COST 30) # they wait, so they begin first
+  gtest_discover_tests(
+    ${name}
+    TEST_FILTER Stress*
+    TEST_PREFIX ${name}.
+    NO_PRETTY_VALUES
+    TEST_LIST ${name}_STRESS_TESTS
+    DISCOVERY_TIMEOUT 120
+    PROPERTIES TIMEOUT 7200 LABELS stress) # the support main's watchdog, which knows their time, comes first
 endfunction()

@@ -1,5 +1,7 @@
 // Every test program's main: a working directory of its own for each run (the library keeps its log, its
 // data file and its listing in the current directory), and a watchdog that names the test that hangs.
+#include "tests/support/test_seconds.h"
+
 #include <gtest/gtest.h>
 
 #include <chrono>
@@ -20,8 +22,11 @@ namespace
 {
     constexpr int watchdogExitCode = 97;
 
-    // Above the longest wait of the library itself, below the test runner's own limit.
-    constexpr std::chrono::seconds watchdogLimit{50};
+    // Above the longest wait of the library itself, below the test runner's own limit. A longer look adds its time.
+    std::chrono::seconds WatchdogLimit()
+    {
+        return std::chrono::seconds(50) + test::TestSeconds(std::chrono::seconds(0));
+    }
 
     [[noreturn]] void EndProcess(int code)
     {
@@ -37,12 +42,12 @@ namespace
         // Wine ends a process abnormally whose end meets a thread that has not quite begun: wait until it has.
         std::promise<void> promise;
         auto const begun = promise.get_future();
-        std::thread([promise = std::move(promise)]() mutable {
+        std::thread([promise = std::move(promise), limit = WatchdogLimit()]() mutable {
             promise.set_value();
-            std::this_thread::sleep_for(watchdogLimit);
+            std::this_thread::sleep_for(limit);
             auto const* test = testing::UnitTest::GetInstance()->current_test_info();
             std::fprintf(stderr, "watchdog: %s.%s still runs after %lld s\n", test ? test->test_suite_name() : "?",
-                         test ? test->name() : "?", static_cast<long long>(watchdogLimit.count()));
+                         test ? test->name() : "?", static_cast<long long>(limit.count()));
             std::fflush(stderr);
             EndProcess(watchdogExitCode);
         }).detach();
