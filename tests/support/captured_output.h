@@ -14,33 +14,27 @@
 namespace test
 {
     // A failure that is found while the object lives is printed to the file as well: look for it behind.
-    class CapturedOutput
+    class RedirectedOutput
     {
     public:
-        CapturedOutput()
+        explicit RedirectedOutput(char const* file)
         {
             Flush();
             m_before = _dup(standardOutput);
-            int const file = _open(name, _O_CREAT | _O_TRUNC | _O_WRONLY | _O_TEXT, _S_IREAD | _S_IWRITE);
-            _dup2(file, standardOutput);
-            _close(file);
+            int const target = _open(file, _O_CREAT | _O_TRUNC | _O_WRONLY | _O_TEXT, _S_IREAD | _S_IWRITE);
+            _dup2(target, standardOutput);
+            _close(target);
         }
 
-        ~CapturedOutput()
+        ~RedirectedOutput()
         {
             Flush();
             _dup2(m_before, standardOutput);
             _close(m_before);
         }
 
-        CapturedOutput(CapturedOutput const&) = delete;
-        CapturedOutput& operator=(CapturedOutput const&) = delete;
-
-        // Read it when the object is gone.
-        static std::string Bytes()
-        {
-            return ReadFile(name);
-        }
+        RedirectedOutput(RedirectedOutput const&) = delete;
+        RedirectedOutput& operator=(RedirectedOutput const&) = delete;
 
     private:
         static void Flush()
@@ -50,8 +44,36 @@ namespace test
         }
 
         static constexpr int standardOutput = 1;
-        static constexpr char name[] = "stdout.txt";
         int m_before;
+    };
+
+    class CapturedOutput : RedirectedOutput
+    {
+    public:
+        CapturedOutput()
+            : RedirectedOutput(name)
+        {
+        }
+
+        // Read it when the object is gone.
+        static std::string Bytes()
+        {
+            return ReadFile(name);
+        }
+
+    private:
+        static constexpr char name[] = "stdout.txt";
+    };
+
+    // Output that nobody wants.
+    class SilentOutput : RedirectedOutput
+    {
+    public:
+        SilentOutput()
+            : RedirectedOutput("NUL")
+        {
+            std::setvbuf(stdout, nullptr, _IOFBF, 65536); // it looks like a console, which gets each piece by itself
+        }
     };
 
     template <typename Action>
