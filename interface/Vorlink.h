@@ -16,8 +16,8 @@
 // 4. One at a time. A pairing or an unpairing lasts until its callback has come, and a host begins no other before;
 //    after an error on the LE side of an unpairing no callback comes, and the host decides how long it waits.
 //    Operations that overlap keep the memory sound and mix their outcomes: a pairing reports the latest call's name to
-//    the latest call's callback; searches take each other's devices; and 3 seconds after its begin an unpairing, and
-//    its LE side again, ends whatever search runs then, a later PairedDevice's too.
+//    the latest call's callback; searches take each other's devices, and one may not return; and 3 seconds after its
+//    begin an unpairing, and its LE side again, ends whatever search runs then, a later PairedDevice's too.
 // 5. Threads. An operation runs on the caller's thread. A callback comes on the thread that its type says, or inside
 //    the call, on the caller's own, before the operation has returned. It must not throw, and a slow one delays the
 //    library's next step.
@@ -27,7 +27,7 @@
 // 7. Blocking. PairedDevice blocks until the platform has reported a matching device or ended its
 //    enumeration, which takes up to 30 seconds on Windows and has no limit of the library's own.
 // 8. Errors. There are no error codes. A failing platform call in an operation, on the caller's thread,
-//    throws the platform's error (winrt::hresult_error); a failure to start a thread throws
+//    throws the platform's error (winrt::hresult_error, or std::bad_alloc for E_OUTOFMEMORY); a failure to start a thread throws
 //    std::system_error. A host that does not know the first type catches with `catch (...)`. An error
 //    in UnpairedCurrent, in a pairing from its beginning, in the phone watcher's events, or behind an operation
 //    that has already returned, ends the process through the platform's fail-fast; one in the phone watcher's

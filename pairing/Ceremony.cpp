@@ -72,8 +72,10 @@ namespace vorlink
             }
             auto& library = Library();
             bool const paired = status == DevicePairingResultStatus::Paired;
-            library.pairResultCallback(MakeReport(address.number, paired, library.destDeviceName.Read(),
-                                                  paired ? std::string_view() : address.text));
+            // The name first: a newer call stores its callback before its name.
+            PairReport const report = MakeReport(address.number, paired, library.destDeviceName.Read(),
+                                                 paired ? std::string_view() : address.text);
+            library.pairResultCallback.load()(report);
             if (paired)
             {
                 // Read again: a pairing that the callback has begun leaves its own name.

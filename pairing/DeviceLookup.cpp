@@ -85,7 +85,10 @@ namespace vorlink
             {
                 continue; // woken before the first device ever
             }
-            Hold(currentDevice, device);
+            if (taken == TookDevice)
+            {
+                Hold(currentDevice, device);
+            }
             winrt::hstring const text = le ? device.Id() : device.Name();
             std::string const candidate = NarrowText(text, CodePage::Oem);
             VORLINK_LOG(416, function, "%s", NarrowText(text, CodePage::Ansi).c_str());

@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <fstream>
 
@@ -17,11 +18,13 @@ namespace vorlink
             return fileName + '.' + std::to_string(GetCurrentProcessId()) + ".new";
         }
 
-        // On the disk, not on the way there: else the system's own end could leave the new name without its text.
         bool WriteWhole(std::FILE* file, std::string_view text)
         {
-            bool const written = std::fwrite(text.data(), 1, text.size(), file) == text.size() &&
-                                 std::fflush(file) == 0 && _commit(_fileno(file)) == 0;
+            bool const written =
+                std::fwrite(text.data(), 1, text.size(), file) == text.size() && std::fflush(file) == 0;
+            // On the disk, and not on the way there, or the system's own end could leave the new name without its
+            // text. Not every file system knows how.
+            _commit(_fileno(file));
             return std::fclose(file) == 0 && written;
         }
 
@@ -37,7 +40,10 @@ namespace vorlink
         std::FILE* const file = std::fopen(newName.c_str(), "wb");
         if (!file)
         {
-            WriteOver(fileName, text);
+            if (errno != ENOSPC)
+            {
+                WriteOver(fileName, text);
+            }
             return;
         }
         bool const written = WriteWhole(file, text);

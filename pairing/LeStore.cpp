@@ -13,28 +13,31 @@ namespace vorlink
 {
     void LoadLeData(std::string const& fileName)
     {
-        LeData read;
+        std::ostringstream echo; // printed when no lock is held: whoever reads standard output may take his time
         {
-            std::lock_guard const file(Library().leFileMutex);
+            std::lock_guard const file(Library().leFileMutex); // to the end: a save meanwhile would lack what was read
             std::ifstream text(fileName, std::ios::binary);
-            ReadLeData(text, read, std::cout);
+            LeData read;
+            ReadLeData(text, read, echo);
+            std::lock_guard const lock(Library().leDataMutex);
+            Library().leDataMap.merge(read);
         }
-        std::cout.flush();
-        std::lock_guard const lock(Library().leDataMutex);
-        Library().leDataMap.merge(read);
+        std::cout << echo.str() << std::flush;
     }
 
     void SaveLeData(std::string const& fileName)
     {
-        std::lock_guard const file(Library().leFileMutex);
-        LeData const store = [] {
-            std::lock_guard const lock(Library().leDataMutex);
-            return Library().leDataMap;
-        }();
-        std::ostringstream text;
-        WriteLeData(store, text, std::cout);
-        std::cout.flush();
-        ReplaceFileText(fileName, text.str());
+        std::ostringstream echo;
+        {
+            std::lock_guard const file(Library().leFileMutex);
+            std::ostringstream text;
+            {
+                std::lock_guard const lock(Library().leDataMutex);
+                WriteLeData(Library().leDataMap, text, echo);
+            }
+            ReplaceFileText(fileName, text.str());
+        }
+        std::cout << echo.str() << std::flush;
     }
 
     bool LeDataHasValue(std::string const& text)
@@ -52,11 +55,12 @@ namespace vorlink
     void ReplaceLeData(std::string const& key, std::string const& value)
     {
         std::lock_guard const lock(Library().leDataMutex);
-        Library().leDataMap.erase(key);
-        if (!key.empty() && !value.empty())
+        if (key.empty() || value.empty())
         {
-            Library().leDataMap.emplace(key, value);
+            Library().leDataMap.erase(key);
+            return;
         }
+        Library().leDataMap.insert_or_assign(key, value);
     }
 
     std::string GetLeData(std::string const& key)

@@ -2,7 +2,8 @@
 
 #include <memory>
 
-#ifdef VORLINK_OWN_RUNTIME
+#if defined(VORLINK_OWN_RUNTIME) && defined(__GLIBCXX__)
+#define VORLINK_FREES_RUNTIME
 namespace __gnu_cxx
 {
     void __freeres(); // the runtime's own, which no header of it declares
@@ -23,7 +24,7 @@ namespace vorlink
                 if (!keep)
                 {
                     std::destroy_at(&state);
-#ifdef VORLINK_OWN_RUNTIME
+#ifdef VORLINK_FREES_RUNTIME
                     // Some 73 KB for exceptions when memory has run out, which each load would leave behind.
                     __gnu_cxx::__freeres();
 #endif

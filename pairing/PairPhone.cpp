@@ -43,6 +43,6 @@ namespace vorlink
             return;
         }
         VORLINK_LOG(1233, function, "Not Found dest  device");
-        library.pairResultCallback(MakeReport(0, false, name, {}));
+        library.pairResultCallback.load()(MakeReport(0, false, name, {}));
     }
 } // namespace vorlink

@@ -18,7 +18,7 @@ namespace vorlink
         {
             std::string const narrowName = NarrowText(info.Name(), CodePage::Utf8);
             VORLINK_LOG(111, "OnDeviceAdded", "OnDeviceAdded    name = %s ", narrowName.c_str());
-            library.iosDeviceCallback(name.c_str(), static_cast<std::uint32_t>(name.size()));
+            library.iosDeviceCallback.load()(name.c_str(), static_cast<std::uint32_t>(name.size()));
         }
         std::lock_guard const walk(library.iosWalkMutex);
         library.IosDeviceList.Append(info);

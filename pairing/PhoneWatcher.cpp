@@ -13,32 +13,70 @@ namespace vorlink
 {
     namespace
     {
-        // False when a watcher is there already, or is on its way in or out.
-        bool BeginStart()
+        enum class Turn
+        {
+            Start,
+            Stop,
+            Nothing, // another thread is at it; a stop that meets a start is left to that
+        };
+
+        // What the caller has to do, decided in one step: between two, others might start or stop.
+        Turn TakeTurn(bool mayStart)
         {
             auto& library = Library();
             std::lock_guard const lock(library.iosWatcherMutex);
-            if (library.iosWatch != PhoneWatch::Idle)
+            switch (library.iosWatch)
             {
-                return false;
+            case PhoneWatch::Idle:
+                if (mayStart)
+                {
+                    library.iosWatch = PhoneWatch::Starting;
+                    library.iosStopLeft = false;
+                    return Turn::Start;
+                }
+                break;
+            case PhoneWatch::Starting:
+                library.iosStopLeft = true;
+                break;
+            case PhoneWatch::Running:
+                library.iosWatch = PhoneWatch::Stopping;
+                return Turn::Stop;
+            case PhoneWatch::Stopping:
+                break;
             }
-            library.iosWatch = PhoneWatch::Starting;
-            library.iosStopLeft = false;
-            return true;
+            return Turn::Nothing;
         }
 
-        // True when a stop has come meanwhile and is still to be done. A watcher that could not be started counts as
-        // running. One that its own events have ended is no longer this start's affair.
-        bool EndStart(enumeration::DeviceWatcher const& watcher)
+        // A watcher that its own events have ended is no longer this start's affair.
+        bool IsStarting(enumeration::DeviceWatcher const& watcher)
+        {
+            return Library().iosWatch == PhoneWatch::Starting &&
+                   winrt::get_abi(Library().IosWatcher) == winrt::get_abi(watcher);
+        }
+
+        // Stop: one was left, and is the caller's to do.
+        Turn EndStart(enumeration::DeviceWatcher const& watcher)
         {
             auto& library = Library();
             std::lock_guard const lock(library.iosWatcherMutex);
-            if (library.iosWatch != PhoneWatch::Starting || library.IosWatcher != watcher)
+            if (!IsStarting(watcher))
             {
-                return false;
+                return Turn::Nothing;
             }
-            library.iosWatch = watcher ? PhoneWatch::Running : PhoneWatch::Idle;
-            return std::exchange(library.iosStopLeft, false);
+            library.iosWatch = library.iosStopLeft ? PhoneWatch::Stopping : PhoneWatch::Running;
+            return library.iosStopLeft ? Turn::Stop : Turn::Nothing;
+        }
+
+        // The watcher that it has made counts as running, and a stop that was left is dropped: the host, which hears of
+        // the error, stops it by its next call.
+        void GiveUpStart(enumeration::DeviceWatcher const& watcher)
+        {
+            auto& library = Library();
+            std::lock_guard const lock(library.iosWatcherMutex);
+            if (IsStarting(watcher))
+            {
+                library.iosWatch = watcher ? PhoneWatch::Running : PhoneWatch::Idle;
+            }
         }
 
         // `watcher` has it also when an error leaves this.
@@ -60,20 +98,6 @@ namespace vorlink
             watcher.Start(); // its events may empty IosWatcher before this returns
         }
 
-        // False when there is nothing to stop, or another thread sees to it.
-        bool BeginStop()
-        {
-            auto& library = Library();
-            std::lock_guard const lock(library.iosWatcherMutex);
-            library.iosStopLeft = library.iosWatch == PhoneWatch::Starting;
-            if (library.iosWatch != PhoneWatch::Running)
-            {
-                return false;
-            }
-            library.iosWatch = PhoneWatch::Stopping;
-            return true;
-        }
-
         void EndStop(PhoneWatch watch)
         {
             auto& library = Library();
@@ -85,64 +109,74 @@ namespace vorlink
                 std::swap(stopped, library.IosWatcher);
             }
         }
+
+        // Of the thread whose turn it is.
+        void StopWatching()
+        {
+            auto& library = Library();
+            library.iosAdded.revoke();
+            library.iosUpdated.revoke();
+            library.iosEnumerationCompleted.revoke();
+            library.iosStopped.revoke();
+            try
+            {
+                library.IosWatcher.Stop();
+            }
+            catch (...)
+            {
+                EndStop(PhoneWatch::Running);
+                throw;
+            }
+            EndStop(PhoneWatch::Idle);
+            // The message says "entry" although it comes last; readers of the log go by it.
+            VORLINK_LOG(87, "StopIosWatcher", "entry StopIosWatcher  %d ",
+                        static_cast<int>(library.IosDeviceList.Size()));
+        }
     } // namespace
 
     bool SubVorlink::StartIosWatcher(IosDeviceCallback callback)
     {
         Library().iosDeviceCallback = callback;
-        if (!BeginStart())
+        auto const turn = TakeTurn(true);
+        if (turn != Turn::Start)
         {
-            StopIosWatcher();
+            if (turn == Turn::Stop)
+            {
+                StopWatching();
+            }
             return false;
         }
         enumeration::DeviceWatcher watcher{nullptr};
         try
         {
             StartWatching(watcher);
+            StartDetached(ThreadEndWatcher);
         }
         catch (...)
         {
-            EndStart(watcher);
+            GiveUpStart(watcher);
             throw;
         }
-        if (EndStart(watcher))
+        if (EndStart(watcher) == Turn::Stop)
         {
-            StopIosWatcher();
+            StopWatching();
         }
-        StartDetached(ThreadEndWatcher);
         return true;
     }
 
     void StopIosWatcher()
     {
-        if (!BeginStop())
+        if (TakeTurn(false) == Turn::Stop)
         {
-            return;
+            StopWatching();
         }
-        auto& library = Library();
-        library.iosAdded.revoke();
-        library.iosUpdated.revoke();
-        library.iosEnumerationCompleted.revoke();
-        library.iosStopped.revoke();
-        try
-        {
-            library.IosWatcher.Stop();
-        }
-        catch (...)
-        {
-            EndStop(PhoneWatch::Running);
-            throw;
-        }
-        EndStop(PhoneWatch::Idle);
-        // The message says "entry" although it comes last; readers of the log go by it.
-        VORLINK_LOG(87, "StopIosWatcher", "entry StopIosWatcher  %d ", static_cast<int>(library.IosDeviceList.Size()));
     }
 
     void TakeForStarted(enumeration::DeviceWatcher const& watcher)
     {
         auto& library = Library();
         std::lock_guard const lock(library.iosWatcherMutex);
-        if (library.iosWatch == PhoneWatch::Starting && library.IosWatcher == watcher)
+        if (IsStarting(watcher))
         {
             library.iosWatch = PhoneWatch::Running;
         }

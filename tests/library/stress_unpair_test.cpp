@@ -6,7 +6,6 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
-#include <ctime>
 #include <thread>
 
 using namespace test;
@@ -17,9 +16,11 @@ namespace
     constexpr int neighbours = 20;
 
     // The library's own times, the end of a search after 3 seconds among them, are a hundredth.
-    std::clock_t QuickClock()
+    BOOL WINAPI QuickTicks(LARGE_INTEGER* ticks)
     {
-        return std::clock() * 100;
+        BOOL const told = QueryPerformanceCounter(ticks);
+        ticks->QuadPart *= 100;
+        return told;
     }
 
     void WINAPI QuickSleep(DWORD milliseconds)
@@ -65,7 +66,7 @@ namespace
                 scenario += Device("Neighbour", AddressOf(neighbour), "protocols = ['classic', 'le']");
             }
             Load(scenario);
-            ReplaceImport(LibraryModule(), "clock", &QuickClock);
+            ReplaceImport(LibraryModule(), "QueryPerformanceCounter", &QuickTicks);
             ReplaceImport(LibraryModule(), "Sleep", &QuickSleep);
             LibraryThreads::Watch();
             vorlink = MakeVorlink();

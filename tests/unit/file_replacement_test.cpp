@@ -8,9 +8,12 @@
 
 #include <windows.h>
 
+#include <cerrno>
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 using namespace vorlink;
@@ -60,6 +63,23 @@ namespace
     std::size_t __cdecl WriteHalf(void const*, std::size_t, std::size_t count, std::FILE*)
     {
         return count / 2;
+    }
+
+    int __cdecl RefuseToCommit(int)
+    {
+        errno = EINVAL;
+        return -1;
+    }
+
+    std::FILE* __cdecl MakeNoNewFile(char const* path, char const* mode)
+    {
+        if (std::string_view(path).ends_with(".new"))
+        {
+            errno = ENOSPC;
+            return nullptr;
+        }
+        auto const address = GetProcAddress(GetModuleHandleW(L"msvcrt.dll"), "fopen");
+        return reinterpret_cast<decltype(&std::fopen)>(reinterpret_cast<void*>(address))(path, mode);
     }
 
     class FileReplacement : public testing::Test
@@ -128,6 +148,21 @@ TEST_F(FileReplacement, KeepsTheOldTextWhereTheDiskHasNoRoom)
     test::ReplaceImport(GetModuleHandleW(nullptr), "fwrite", &WriteHalf);
     ReplaceFileText(name, "new");
     EXPECT_EQ(Text(), "the old text");
+    EXPECT_THAT(Names(), ElementsAre(name));
+}
+
+TEST_F(FileReplacement, KeepsTheOldTextWhereTheDiskHasNoRoomForANameEither)
+{
+    test::ReplaceImport(GetModuleHandleW(nullptr), "fopen", &MakeNoNewFile);
+    ReplaceFileText(name, "new");
+    EXPECT_EQ(Text(), "the old text");
+}
+
+TEST_F(FileReplacement, DoesWithoutAFileSystemThatCommits)
+{
+    test::ReplaceImport(GetModuleHandleW(nullptr), "_commit", &RefuseToCommit);
+    ReplaceFileText(name, "new");
+    EXPECT_EQ(Text(), "new");
     EXPECT_THAT(Names(), ElementsAre(name));
 }
 
