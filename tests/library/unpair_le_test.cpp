@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 
 using namespace test;
+using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
@@ -163,6 +164,21 @@ TEST(UnpairLe, LeavesNoneOfThePlatformsObjectsBehind)
     ASSERT_TRUE(UnpairHost::WaitFor(2));
     ASSERT_TRUE(SimulatorWaitIdle(20'000));
     EXPECT_TRUE(LiveObjectsFallTo(first)) << "each unpairing lets go of all that it took";
+}
+
+TEST(UnpairLe, StoresPieceIsTheOneUnderTheRequestedNameNotTheDevices)
+{
+    Load(prompt + Device("Kitchen Speaker 2 (left)", tagAt,
+                         "protocols = ['classic', 'le']\nis-paired = true\n[device.unpairing]\nduration-ms = 0"));
+    auto const vorlink = MakeLoggingVorlink();
+    KnowLe(*vorlink, "Kitchen Speaker 2=" + std::string(tagAt) + "\nKitchen Speaker 2 (left)=nowhere\n");
+    vorlink->UnpairedCurrent("Kitchen Speaker 2", UnpairHost::Callback);
+    ASSERT_TRUE(UnpairHost::WaitFor(1));
+    EXPECT_THAT(LogOf(classicUnpairing),
+                Contains(Record(1177, classicUnpairing, "device Id -> " + std::string(tagAt))));
+    EXPECT_THAT(Trace({"DeviceInformationPairing.UnpairAsync("}),
+                ElementsAre("DeviceInformationPairing.UnpairAsync(" + ClassicId(tagAt) + ")",
+                            "DeviceInformationPairing.UnpairAsync(" + LeId(tagAt) + ")"));
 }
 
 TEST(UnpairLe, EndpointThatIsNotThereCountsAsSuccess)
