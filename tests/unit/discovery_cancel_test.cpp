@@ -11,6 +11,7 @@
 using namespace test;
 using namespace vorlink;
 using testing::IsEmpty;
+using testing::SizeIs;
 
 namespace
 {
@@ -35,6 +36,34 @@ TEST(DiscoveryCancel, IsToldToTheWaitingTakerWhenItWakes)
     Cancel();
     Library().completionSignal.notify_one();
     EXPECT_EQ(Result(taker), 2);
+}
+
+TEST(DiscoveryCancel, IsToldToTheWokenTakerAlsoWhenADeviceIsQueued)
+{
+    enumeration::DeviceInformation slot{nullptr};
+    auto taker = WaitingTaker(slot);
+    {
+        // Both are there before the taker can look.
+        std::lock_guard const lock(Library().completionMutex);
+        Library().deviceQueue.push_back(nullptr);
+        Cancel();
+        Library().completionSignal.notify_one();
+    }
+    EXPECT_EQ(Result(taker), 2);
+    EXPECT_THAT(Library().deviceQueue, SizeIs(1));
+}
+
+TEST(DiscoveryCancel, LeavesADeviceThatIsQueuedBeforeTheTakerComes)
+{
+    Load(TwoDevices());
+    Watcher watcher;
+    auto const device = watcher.Devices().at(0);
+    OnDiscoveryAdded(watcher.Sender(), device);
+    Cancel();
+    enumeration::DeviceInformation slot{nullptr};
+    EXPECT_EQ(TakeDevice(slot), 1);
+    EXPECT_EQ(slot, device);
+    EXPECT_EQ(TakeDevice(slot), 2);
 }
 
 TEST(DiscoveryCancel, AddedNeitherQueuesNorWakes)
