@@ -67,6 +67,24 @@ TEST(DiscoveryUpdate, OfTheFrontDeviceUpdatesItOnceForEachQueuedDevice)
     EXPECT_EQ(slot.Name(), L"Renamed");
 }
 
+TEST(DiscoveryUpdate, OfAnIdentifierThatDiffersByCaseUpdatesNothing)
+{
+    Load(prompt + Device("First", firstAddress, "[device.classic]\nid = 'Bluetooth#A'") +
+         Device("Second", secondAddress, "[device.classic]\nid = 'Bluetooth#a'"));
+    Watcher watcher;
+    OnDiscoveryAdded(watcher.Sender(), watcher.Devices().at(0));
+    for (auto const* const id : {"Bluetooth#a", "Bluetooth#A"})
+    {
+        ASSERT_TRUE(SimulateDeviceChanges(id, "System.ItemNameDisplay", "\"Renamed\"")) << SimulatorLastError();
+    }
+    auto const updates = watcher.Updates();
+    ASSERT_EQ(updates.size(), 2u);
+    EXPECT_NO_THROW(OnDiscoveryUpdated(watcher.Sender(), updates[0])) << "a device refuses another's update";
+    EXPECT_EQ(Library().deviceQueue.front().Name(), L"First");
+    OnDiscoveryUpdated(watcher.Sender(), updates[1]);
+    EXPECT_EQ(Library().deviceQueue.front().Name(), L"Renamed");
+}
+
 TEST(DiscoveryUpdate, ThatFailsIsRaisedOutOfTheHandlerWithTheLockReleased)
 {
     Load(TwoDevices());
