@@ -4,6 +4,7 @@
 
 #include "tests/support/endpoints.h"
 #include "tests/support/neighbourhood.h"
+#include "tests/support/replaced_import.h"
 #include "tests/support/taker.h"
 
 #include <gmock/gmock.h>
@@ -11,6 +12,8 @@
 #include <functional>
 #include <memory>
 #include <vector>
+
+#include <process.h>
 
 using namespace test;
 using namespace vorlink;
@@ -26,6 +29,28 @@ namespace
             answers.push_back(std::async(std::launch::async, [&] { return IsFree(mutex); }).get());
         });
         return [asking](auto&&...) {};
+    }
+
+    // Whether the starts of runs are open to others, asked at the start of each thread.
+    std::vector<bool> freeAtThreadStart;
+
+    void AskAtThreadStart()
+    {
+        auto& mutex = Library().enumerationMutex;
+        freeAtThreadStart.push_back(std::async(std::launch::async, [&] { return IsFree(mutex); }).get());
+    }
+
+    std::uintptr_t __cdecl StartOfTheWatchersThread(void* security, unsigned stack, _beginthreadex_proc_type body,
+                                                    void* argument, unsigned flags, unsigned* id)
+    {
+        AskAtThreadStart();
+        return _beginthreadex(security, stack, body, argument, flags, id);
+    }
+
+    HANDLE WINAPI StartOfTheTimersThread(SECURITY_ATTRIBUTES*, SIZE_T, LPTHREAD_START_ROUTINE, void*, DWORD, DWORD*)
+    {
+        AskAtThreadStart();
+        return CreateEventW(nullptr, TRUE, TRUE, nullptr); // something to close: the timer is not missed
     }
 
     // What a handler leaves alone while the lock of its first question is held: the queue and its lock.
@@ -86,6 +111,17 @@ TEST(DiscoveryLocks, StartHoldsItsLockWhileItRegisters)
     object.StartDiscovery(false, false);
     EXPECT_THAT(free, ElementsAre(false, false, false));
     EXPECT_TRUE(IsFree(mutex));
+}
+
+TEST(DiscoveryLocks, StartHoldsItsLockWhileTheWatcherAndThenTheTimerStart)
+{
+    Load(patient);
+    ReplaceImport(GetModuleHandleW(L"vorlink_simulator.dll"), "_beginthreadex", StartOfTheWatchersThread);
+    ReplaceImport(GetModuleHandleW(nullptr), "CreateThread", StartOfTheTimersThread);
+    SubVorlink object;
+    object.StartDiscovery(false, true);
+    EXPECT_THAT(freeAtThreadStart, ElementsAre(false, false));
+    EXPECT_TRUE(IsFree(Library().enumerationMutex));
 }
 
 TEST(DiscoveryLocks, FinishHoldsTheQueuesLockWhileItRevokes)
