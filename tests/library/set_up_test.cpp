@@ -35,6 +35,19 @@ namespace
         return userLanguage;
     }
 
+    // Each call leaves another store behind it: the echo tells which of them was read.
+    BOOL WINAPI LeaveStoreAtCodePage(UINT)
+    {
+        WriteStore("read=behind the code page\n");
+        return TRUE;
+    }
+
+    LANGID WINAPI LeaveStoreAtLanguage()
+    {
+        WriteStore("read=behind the language\n");
+        return 0x0409;
+    }
+
     struct Answer
     {
         LANGID language;
@@ -98,6 +111,15 @@ TEST(Initialize, MakesTheConsoleUtf8AndThenAsksForTheLanguage)
     WriteStore("AA=BB\n");
     EXPECT_EQ(Initialize(*MakeVorlink()), "AA:BB\r\n") << "whether or not there is a console";
     EXPECT_THAT(calls, testing::ElementsAre("SetConsoleOutputCP 65001", "GetUserDefaultUILanguage"));
+}
+
+TEST(Initialize, ReadsTheStoreBetweenTheConsolesCodePageAndTheLanguage)
+{
+    ReplaceImport(LibraryModule(), "SetConsoleOutputCP", LeaveStoreAtCodePage);
+    ReplaceImport(LibraryModule(), "GetUserDefaultUILanguage", LeaveStoreAtLanguage);
+    WriteStore("read=first\n");
+    EXPECT_EQ(Initialize(*MakeVorlink()), "read:behind the code page\r\n");
+    EXPECT_EQ(ReadFile("MyLEData"), "read=behind the language\n");
 }
 
 TEST(Uninitialize, IsTrueAlsoWithoutInitializeAndTwice)
