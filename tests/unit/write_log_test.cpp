@@ -1,11 +1,15 @@
 #include "log/WriteLog.h"
 
 #include "tests/support/log_file.h"
+#include "tests/support/patience.h"
+#include "tests/support/replaced_import.h"
 
 #include <gmock/gmock.h>
 
+#include <atomic>
 #include <filesystem>
 #include <fstream>
+#include <future>
 
 using test::Log;
 using test::LogExists;
@@ -16,7 +20,22 @@ using vorlink::WriteLog;
 namespace
 {
     constexpr char path[] = R"(C:\source\SubVorlink)";
-}
+
+    std::promise<void> firstAsks;
+    std::promise<void> firstMayGoOn;
+    std::atomic<int> asked = 0;
+
+    // Every record asks for the directory: the first one that does is held there.
+    char* HoldTheFirst(char* buffer, int size)
+    {
+        if (++asked == 1)
+        {
+            firstAsks.set_value();
+            firstMayGoOn.get_future().wait();
+        }
+        return GetCurrentDirectoryA(static_cast<DWORD>(size), buffer) ? buffer : nullptr;
+    }
+} // namespace
 
 TEST(WriteLog, SwitchedOffTouchesNoFile)
 {
@@ -85,4 +104,17 @@ TEST(WriteLog, FollowsTheCurrentDirectory)
     EXPECT_THAT(Log(), ElementsAre(Record(2, "f", "there")));
     std::filesystem::current_path("..");
     EXPECT_THAT(Log(), ElementsAre(Record(1, "f", "here")));
+}
+
+TEST(WriteLog, HeldUpOnOneThreadHoldsUpNoOther)
+{
+    test::ReplaceImport(GetModuleHandleW(nullptr), "_getcwd", HoldTheFirst);
+    auto const held = std::async(std::launch::async, [] { WriteLog(true, path, 1, "f", "held up"); });
+    ASSERT_EQ(firstAsks.get_future().wait_for(test::patience), std::future_status::ready);
+    auto const other = std::async(std::launch::async, [] { WriteLog(true, path, 2, "f", "passes"); });
+    EXPECT_EQ(other.wait_for(test::patience), std::future_status::ready);
+    EXPECT_THAT(Log(), ElementsAre(Record(2, "f", "passes")));
+    firstMayGoOn.set_value();
+    held.wait();
+    EXPECT_THAT(Log(), ElementsAre(Record(2, "f", "passes"), Record(1, "f", "held up")));
 }
