@@ -5,6 +5,7 @@
 #include "tests/support/log_file.h"
 #include "tests/support/neighbourhood.h"
 #include "tests/support/patience.h"
+#include "tests/support/replaced_import.h"
 #include "tests/support/trace.h"
 
 #include <gmock/gmock.h>
@@ -13,6 +14,8 @@
 
 #include <atomic>
 #include <chrono>
+#include <thread>
+#include <vector>
 
 using namespace test;
 using namespace vorlink;
@@ -59,6 +62,19 @@ namespace
             Sleep(1);
         }
         return calls == 1;
+    }
+
+    std::atomic<DWORD> leThread = 0;
+    std::vector<DWORD> sleeps; // of that thread
+
+    void WINAPI NoteSleep(DWORD milliseconds)
+    {
+        if (GetCurrentThreadId() == leThread)
+        {
+            sleeps.push_back(milliseconds);
+            return;
+        }
+        SleepEx(milliseconds, FALSE); // as any other thread has to
     }
 
     std::string Begin(std::string const& piece)
@@ -149,4 +165,18 @@ TEST(UnpairLeThread, LastsForFourTenthsOfASecondAndAwaitsNoAnswer)
     ASSERT_TRUE(SimulateUnpairingCompletes(LeId(address).c_str(), 0)) << SimulatorLastError();
     EXPECT_TRUE(WaitForCallback());
     EXPECT_TRUE(success);
+}
+
+TEST(UnpairLeThread, SleepsFourTimesForATenthOfASecond)
+{
+    Prepare(Paired("duration-ms = 0"));
+    ReplaceImport(GetModuleHandleW(nullptr), "Sleep", NoteSleep);
+    SubVorlink object;
+    std::thread([&] {
+        leThread = GetCurrentThreadId();
+        UnpairLeThread(object, address, Callback);
+        leThread = 0; // the thread's own end may sleep too
+    }).join();
+    EXPECT_THAT(sleeps, ElementsAre(100, 100, 100, 100));
+    EXPECT_EQ(calls, 1);
 }
