@@ -3,10 +3,13 @@
 #include "pairing/SubVorlink.h"
 #include "tests/support/log_file.h"
 #include "tests/support/neighbourhood.h"
+#include "tests/support/replaced_import.h"
 #include "tests/support/taker.h"
 #include "tests/support/trace.h"
 
 #include <gmock/gmock.h>
+
+#include <vector>
 
 using namespace test;
 using namespace vorlink;
@@ -29,6 +32,15 @@ namespace
     }
 
     std::string const le = "protocols = ['le']\n";
+
+    std::vector<bool> finishedAtRecord;
+
+    // Every record asks for the directory.
+    char* NoteRecord(char* buffer, int size)
+    {
+        finishedAtRecord.push_back(Library().enumerationFinished);
+        return GetCurrentDirectoryA(static_cast<DWORD>(size), buffer) ? buffer : nullptr;
+    }
 } // namespace
 
 TEST(DeviceLookup, IdentifierModeFindsAFragmentAndEndsTheRun)
@@ -55,6 +67,17 @@ TEST(DeviceLookup, IdentifierModeEndsTheRunBeforeItAsksTheDeviceMore)
     ASSERT_TRUE(SimulateFailure("DeviceInformationPairing.get_IsPaired", static_cast<std::int32_t>(0x80070490)));
     EXPECT_THROW(object.GetDeviceforName("f4:a5:b6", true), winrt::hresult_error);
     EXPECT_TRUE(Library().enumerationFinished);
+}
+
+TEST(DeviceLookup, IdentifierModeEndsTheRunBeforeItRecordsTheMatch)
+{
+    SubVorlink object;
+    QueueLe(object, Device("Tag", address, le));
+    Library().enumerationFinished = false;
+    ReplaceImport(GetModuleHandleW(nullptr), "_getcwd", NoteRecord);
+    object.GetDeviceforName("f4:a5:b6", true);
+    EXPECT_THAT(LogOf(lookup), SizeIs(4));
+    EXPECT_THAT(finishedAtRecord, ElementsAre(false, false, true, true));
 }
 
 TEST(DeviceLookup, IdentifierWithoutTheMarkerIsSkipped)
