@@ -1,4 +1,5 @@
 // Errors behind an operation end the process through the platform's fail-fast, before any report or record.
+#include "tests/library/fail_fast.h"
 #include "tests/support/host.h"
 #include "tests/support/log_file.h"
 #include "tests/support/neighbourhood.h"
@@ -35,13 +36,6 @@ namespace
         vorlink->PairedDevice("Headset", MustNotReport);
     }
 
-    // A process that has not ended by then ends with a code of its own.
-    void OutliveTheError()
-    {
-        Sleep(10'000);
-        TerminateProcess(GetCurrentProcess(), 6);
-    }
-
     void ExpectNoRecordOfTheCeremony()
     {
         EXPECT_THAT(Log(), Contains(Record(1253, "SubVorlink::PairedDevice", "Call  Pair entry name ->Headset")));
@@ -62,24 +56,14 @@ namespace
 TEST_P(FailFast, EndsTheProcessWhenTheOperationIsAlreadyComplete)
 {
     auto const directory = DirectoryOfTheTest();
-    EXPECT_EXIT(
-        {
-            BeginPairing(directory, "duration-ms = 0", GetParam());
-            OutliveTheError();
-        },
-        EndedByFailFast, "");
+    ExpectFailFast(code, [&] { BeginPairing(directory, "duration-ms = 0", GetParam()); });
     ExpectNoRecordOfTheCeremony();
 }
 
 TEST_P(FailFast, EndsTheProcessWhenTheOperationCompletesLater)
 {
     auto const directory = DirectoryOfTheTest();
-    EXPECT_EXIT(
-        {
-            BeginPairing(directory, "duration-ms = 20", GetParam());
-            OutliveTheError();
-        },
-        EndedByFailFast, "");
+    ExpectFailFast(code, [&] { BeginPairing(directory, "duration-ms = 20", GetParam()); });
     ExpectNoRecordOfTheCeremony();
 }
 
@@ -93,11 +77,31 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(FailFastOperation, ThatEndsInErrorEndsTheProcess)
 {
     auto const directory = DirectoryOfTheTest();
+    ExpectFailFast(code, [&] {
+        BeginPairing(directory, "duration-ms = 'never'");
+        WaitForCall("Accept(");
+        SimulatePairingFails(ClassicId(address).c_str(), code);
+    });
+    ExpectNoRecordOfTheCeremony();
+}
+
+TEST(FailFastOperation, ThatEndsForLackOfMemoryEndsTheProcess)
+{
+    auto const directory = DirectoryOfTheTest();
+    ExpectFailFast(E_OUTOFMEMORY, [&] {
+        BeginPairing(directory, "duration-ms = 'never'");
+        WaitForCall("Accept(");
+        SimulatePairingFails(ClassicId(address).c_str(), E_OUTOFMEMORY);
+    });
+    ExpectNoRecordOfTheCeremony();
+}
+
+TEST(FailFastOperation, EndsTheProcessByThePlatformsOwnFailFast)
+{
+    auto const directory = DirectoryOfTheTest();
     EXPECT_EXIT(
         {
-            BeginPairing(directory, "duration-ms = 'never'");
-            WaitForCall("Accept(");
-            SimulatePairingFails(ClassicId(address).c_str(), code);
+            BeginPairing(directory, "duration-ms = 0", "AsyncOperation.GetResults");
             OutliveTheError();
         },
         EndedByFailFast, "");

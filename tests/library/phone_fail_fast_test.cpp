@@ -1,4 +1,5 @@
 // An error inside a handler of the phone watcher ends the process through the platform's fail-fast.
+#include "tests/library/fail_fast.h"
 #include "tests/library/phone_host.h"
 #include "tests/support/process_end.h"
 
@@ -7,13 +8,6 @@ using testing::ElementsAre;
 
 namespace
 {
-    // A process that has not ended by then ends with a code of its own.
-    void OutliveTheError()
-    {
-        Sleep(10'000);
-        TerminateProcess(GetCurrentProcess(), 6);
-    }
-
     // "DeviceInformation_get_Id"
     std::string Method(testing::TestParamInfo<char const*> const& test)
     {
@@ -37,16 +31,13 @@ namespace
 TEST_P(AtAdded, EndsTheProcessUnreported)
 {
     auto const directory = DirectoryOfTheTest();
-    EXPECT_EXIT(
-        {
-            std::filesystem::current_path(directory);
-            Load(patient + Device("Ana", addressA));
-            SimulateFailure(GetParam(), platformCode);
-            LoggingVorlink()->StartIosWatcher(
-                [](wchar_t const*, std::uint32_t) { TerminateProcess(GetCurrentProcess(), 5); });
-            OutliveTheError();
-        },
-        EndedByFailFast, "");
+    ExpectFailFast(platformCode, [&] {
+        std::filesystem::current_path(directory);
+        Load(patient + Device("Ana", addressA));
+        SimulateFailure(GetParam(), platformCode);
+        LoggingVorlink()->StartIosWatcher(
+            [](wchar_t const*, std::uint32_t) { TerminateProcess(GetCurrentProcess(), 5); });
+    });
     EXPECT_FALSE(LogExists());
 }
 
@@ -58,14 +49,11 @@ INSTANTIATE_TEST_SUITE_P(Phone, AtAdded,
 
 TEST_P(AtUpdated, EndsTheProcess)
 {
-    EXPECT_EXIT(
-        {
-            auto const vorlink = Watching(Device("Ana", addressA));
-            SimulateFailure(GetParam(), platformCode);
-            SimulateDeviceChanges(idA.c_str(), "System.ItemNameDisplay", "\"New\"");
-            OutliveTheError();
-        },
-        EndedByFailFast, "");
+    ExpectFailFast(platformCode, [&] {
+        auto const vorlink = Watching(Device("Ana", addressA));
+        SimulateFailure(GetParam(), platformCode);
+        SimulateDeviceChanges(idA.c_str(), "System.ItemNameDisplay", "\"New\"");
+    });
 }
 
 INSTANTIATE_TEST_SUITE_P(Phone, AtUpdated,
@@ -75,14 +63,11 @@ INSTANTIATE_TEST_SUITE_P(Phone, AtUpdated,
 
 TEST_P(AtRemoved, EndsTheProcess)
 {
-    EXPECT_EXIT(
-        {
-            auto const vorlink = Watching(Device("Ana", addressA));
-            SimulateFailure(GetParam(), platformCode);
-            SimulateDeviceLeaves(idA.c_str());
-            OutliveTheError();
-        },
-        EndedByFailFast, "");
+    ExpectFailFast(platformCode, [&] {
+        auto const vorlink = Watching(Device("Ana", addressA));
+        SimulateFailure(GetParam(), platformCode);
+        SimulateDeviceLeaves(idA.c_str());
+    });
 }
 
 INSTANTIATE_TEST_SUITE_P(Phone, AtRemoved,
@@ -91,16 +76,22 @@ INSTANTIATE_TEST_SUITE_P(Phone, AtRemoved,
 TEST(PhoneFailFast, AtTheEndOfTheEnumeration)
 {
     auto const directory = DirectoryOfTheTest();
-    EXPECT_EXIT(
-        {
-            std::filesystem::current_path(directory);
-            auto const vorlink = Watching(Device("Ana", addressA));
-            SimulateFailure("DeviceWatcher.Stop", platformCode);
-            SimulateEnumerationCompletes();
-            OutliveTheError();
-        },
-        EndedByFailFast, "");
+    ExpectFailFast(platformCode, [&] {
+        std::filesystem::current_path(directory);
+        auto const vorlink = Watching(Device("Ana", addressA));
+        SimulateFailure("DeviceWatcher.Stop", platformCode);
+        SimulateEnumerationCompletes();
+    });
     EXPECT_THAT(Log(), ElementsAre(AddedRecord("Ana")));
+}
+
+TEST(PhoneFailFast, ForLackOfMemory)
+{
+    ExpectFailFast(E_OUTOFMEMORY, [] {
+        auto const vorlink = Watching("");
+        SimulateFailure("DeviceWatcher.Stop", E_OUTOFMEMORY);
+        SimulateEnumerationCompletes();
+    });
 }
 
 TEST(PhoneFailFast, NullCallbackEndsTheProcessAtTheFirstReportAlone)

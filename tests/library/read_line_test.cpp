@@ -1,4 +1,5 @@
 // What follows a successful pairing, from outside: the reader's thread and what it leaves behind.
+#include "tests/library/fail_fast.h"
 #include "tests/support/captured_output.h"
 #include "tests/support/host.h"
 #include "tests/support/listing.h"
@@ -135,17 +136,14 @@ TEST(Reader, IsStartedBetweenTheReportAndTheStatusRecord)
 TEST(Reader, ThatCannotBeStartedEndsTheProcessBehindTheReportAndWithoutTheStatusRecord)
 {
     auto const directory = DirectoryOfTheTest();
-    EXPECT_EXIT(
-        {
-            std::filesystem::current_path(directory);
-            Load(prompt + Tag());
-            ReplaceImport(LibraryModule(), "CreateThread", RefuseThreadStart);
-            auto const vorlink = MakeVorlink();
-            vorlink->SetLogEnabled(true);
-            vorlink->PairedDevice("Tag", LeaveReport);
-            std::_Exit(6);
-        },
-        EndedByFailFast, "");
+    ExpectFailFast(E_FAIL, [&] {
+        std::filesystem::current_path(directory);
+        Load(prompt + Tag());
+        ReplaceImport(LibraryModule(), "CreateThread", RefuseThreadStart);
+        auto const vorlink = MakeVorlink();
+        vorlink->SetLogEnabled(true);
+        vorlink->PairedDevice("Tag", LeaveReport);
+    });
     EXPECT_EQ(ReadFile("report"), "1");
     EXPECT_THAT(Log(), testing::Not(IsEmpty()));
     EXPECT_THAT(LogOf(ceremony), IsEmpty());

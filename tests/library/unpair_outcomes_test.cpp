@@ -1,5 +1,6 @@
 // Every status that the platform may answer an unpairing with, for either endpoint: what the host hears, what the
 // log holds then, and what comes behind. And errors, which are no statuses.
+#include "tests/library/fail_fast.h"
 #include "tests/library/unpair_host.h"
 #include "tests/support/process_end.h"
 #include "tests/support/trace.h"
@@ -100,7 +101,8 @@ namespace
         TerminateProcess(GetCurrentProcess(), 5);
     }
 
-    void BeginUnpairing(std::filesystem::path const& directory, std::string const& scenario, char const* failing)
+    void BeginUnpairing(std::filesystem::path const& directory, std::string const& scenario,
+                        char const* failing = nullptr)
     {
         std::filesystem::current_path(directory);
         Load(scenario);
@@ -110,13 +112,6 @@ namespace
             SimulateFailure(failing, code);
         }
         vorlink->UnpairedCurrent("Tag", MustNotReport);
-    }
-
-    // A process that has not ended by then ends with a code of its own.
-    void OutliveTheError()
-    {
-        Sleep(10'000);
-        TerminateProcess(GetCurrentProcess(), 6);
     }
 
     class UnpairFailFast : public testing::TestWithParam<char const*>
@@ -227,12 +222,7 @@ TEST(UnpairOutcome, OfASecondCallBesideTheFirstIsFailure)
 TEST_P(UnpairFailFast, EndsTheProcessAlsoOnTheHostsThread)
 {
     auto const directory = DirectoryOfTheTest();
-    EXPECT_EXIT(
-        {
-            BeginUnpairing(directory, With("classic", 0, "0"), GetParam());
-            OutliveTheError();
-        },
-        EndedByFailFast, "");
+    ExpectFailFast(code, [&] { BeginUnpairing(directory, With("classic", 0, "0"), GetParam()); });
     EXPECT_THAT(LogOf(classicUnpairing), ElementsAre(ClassicRecords(true).at(0)));
 }
 
@@ -247,13 +237,20 @@ INSTANTIATE_TEST_SUITE_P(Classic, UnpairFailFast,
 TEST(UnpairFailFastOperation, ThatEndsInErrorEndsTheProcess)
 {
     auto const directory = DirectoryOfTheTest();
-    EXPECT_EXIT(
-        {
-            BeginUnpairing(directory, With("classic", 0, "'never'"), nullptr);
-            SimulateUnpairingFails(ClassicId(tagAt).c_str(), code);
-            OutliveTheError();
-        },
-        EndedByFailFast, "");
+    ExpectFailFast(code, [&] {
+        BeginUnpairing(directory, With("classic", 0, "'never'"));
+        SimulateUnpairingFails(ClassicId(tagAt).c_str(), code);
+    });
+    EXPECT_THAT(LogOf(classicUnpairing), ElementsAre(ClassicRecords(true).at(0)));
+}
+
+TEST(UnpairFailFastOperation, ThatEndsForLackOfMemoryEndsTheProcess)
+{
+    auto const directory = DirectoryOfTheTest();
+    ExpectFailFast(E_OUTOFMEMORY, [&] {
+        BeginUnpairing(directory, With("classic", 0, "'never'"));
+        SimulateUnpairingFails(ClassicId(tagAt).c_str(), E_OUTOFMEMORY);
+    });
     EXPECT_THAT(LogOf(classicUnpairing), ElementsAre(ClassicRecords(true).at(0)));
 }
 
