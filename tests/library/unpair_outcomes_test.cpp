@@ -7,8 +7,6 @@
 
 #include <gmock/gmock.h>
 
-#include <winrt/base.h>
-
 using namespace test;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -122,19 +120,23 @@ namespace
     {
     };
 
-    // As the platform words it, in UTF-8.
+    // As the system itself words it, in UTF-8.
     std::string MessageOf(std::int32_t error)
     {
-        winrt::hstring const message = winrt::hresult_error(error).message();
-        auto const utf8 = std::filesystem::path(message.c_str()).u8string();
-        return {utf8.begin(), utf8.end()};
+        wchar_t text[512]{};
+        FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, static_cast<DWORD>(error),
+                       0, text, static_cast<DWORD>(std::size(text)), nullptr);
+        auto const utf8 = std::filesystem::path(text).u8string();
+        std::string const message(utf8.begin(), utf8.end());
+        return message.substr(0, message.find_last_not_of("\r\n ") + 1);
     }
 
     // On the LE side: nobody hears of the error, and the process goes on.
     void ExpectExceptionRecorded(std::int32_t error = code)
     {
-        ASSERT_FALSE(MessageOf(error).empty());
-        auto const record = Record(1101, leUnpairing, "exception -> " + MessageOf(error));
+        auto const message = MessageOf(error);
+        ASSERT_NE(message, "") << "a code without a text shows nothing";
+        auto const record = Record(1101, leUnpairing, "exception -> " + message);
         auto const end = std::chrono::steady_clock::now() + patience;
         while (LogOf(leUnpairing).empty() || LogOf(leUnpairing).back() != record)
         {
