@@ -9,6 +9,7 @@
 
 #include <gmock/gmock.h>
 
+#include <atomic>
 #include <chrono>
 #include <thread>
 
@@ -73,6 +74,27 @@ namespace
         Host::Callback(report);
     }
 
+    // Another pairing, which fails at once and has no reader of its own.
+    void ReportThenPairAnother(PairReport report)
+    {
+        Host::Callback(report);
+        MakeVorlink()->PairedDevice("Other", OtherHost::Callback);
+    }
+
+    void WINAPI DoNotSleep(DWORD)
+    {
+        SwitchToThread();
+    }
+
+    std::atomic<bool> listed = false;
+
+    UINT WINAPI ListTagAtOnce(char const*, UINT)
+    {
+        std::ofstream("ble.jpg", std::ios::binary) << tagInstance << "\n?? LE ??\n";
+        listed = true;
+        return 33;
+    }
+
     std::vector<std::string> logAtThreadStart;
     std::size_t reportsAtThreadStart = 0;
 
@@ -119,6 +141,22 @@ TEST(Reader, BeginsBehindTheCallback)
     EXPECT_THAT(logInCallback, IsEmpty());
     EXPECT_TRUE(WaitUntil([] { return !LogOf(reader).empty(); }));
     EXPECT_THAT(LogOf(reader), Contains(Record(488, reader, "Readline entry")));
+}
+
+TEST(Reader, LearnsUnderTheNameThatThePairingBegunInTheCallbackHasLeft)
+{
+    Load(prompt + Tag() + Device("Other", "00:00:00:00:00:01", "[device.pairing]\nduration-ms = 0\nstatus = 'Failed'"));
+    ReplaceImport(LibraryModule(), "Sleep", DoNotSleep);
+    ReplaceImport(LibraryModule(), "WinExec", ListTagAtOnce);
+    OutputOf([] {
+        MakeVorlink()->PairedDevice("Tag", ReportThenPairAnother);
+        EXPECT_TRUE(WaitUntil([] { return listed && !ListingExists(); }));
+    });
+    ASSERT_EQ(Host::Count(), 1u);
+    EXPECT_EQ(Text(Host::At(0).name), "Tag");
+    ASSERT_EQ(OtherHost::Count(), 1u);
+    EXPECT_EQ(Text(OtherHost::At(0).name), "Other");
+    EXPECT_EQ(ReadFile("MyLEData"), std::string("Other=") + tagPiece + "\n");
 }
 
 TEST(Reader, IsStartedBetweenTheReportAndTheStatusRecord)
