@@ -115,23 +115,28 @@ namespace test
             ReplaceImport(LibraryModule(), "CreateThread", &Start);
         }
 
-        static bool WaitForAll()
+        // False when some have not ended in time.
+        static bool WaitForAll(std::chrono::milliseconds limit = patience)
         {
-            auto const end = std::chrono::steady_clock::now() + patience;
+            auto const end = std::chrono::steady_clock::now() + limit;
+            std::vector<HANDLE> running;
             for (auto const thread : Take())
             {
                 auto const left =
                     std::chrono::duration_cast<std::chrono::milliseconds>(end - std::chrono::steady_clock::now());
-                bool const ended =
-                    WaitForSingleObject(thread, static_cast<DWORD>(std::max<long long>(left.count(), 0))) ==
-                    WAIT_OBJECT_0;
-                CloseHandle(thread);
-                if (!ended)
+                auto const wait = static_cast<DWORD>(std::max<long long>(left.count(), 0));
+                if (WaitForSingleObject(thread, wait) == WAIT_OBJECT_0)
                 {
-                    return false;
+                    CloseHandle(thread);
+                }
+                else
+                {
+                    running.push_back(thread);
                 }
             }
-            return true;
+            std::lock_guard const lock(mutex);
+            threads.insert(threads.end(), running.begin(), running.end());
+            return running.empty();
         }
 
         // How many have been started and not been waited for.

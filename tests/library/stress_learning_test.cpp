@@ -18,7 +18,7 @@ namespace
 {
     constexpr char addressA[] = "c1:d2:e3:f4:a5:0a";
     constexpr char addressB[] = "c1:d2:e3:f4:a5:0b";
-    constexpr int loaded = 2'000; // so that saving takes as long as the tool does
+    constexpr int loaded = 1'000;
 
     // The lookup's own 3.7 seconds of waiting, in as many steps.
     void WINAPI SleepShortly(DWORD)
@@ -26,7 +26,8 @@ namespace
         Sleep(0);
     }
 
-    // Two tools that end at the same moment. A library that runs but one of them at a time keeps it waiting in vain.
+    // Two threads that go on at the same moment. A library that lets one do its work at a time keeps it waiting in
+    // vain.
     class Pairs
     {
     public:
@@ -36,7 +37,7 @@ namespace
             bool const isFirst = ++arrived % 2 != 0;
             int const both = arrived + (isFirst ? 1 : 0);
             changed.notify_all();
-            changed.wait_for(lock, std::chrono::milliseconds(20), [&] { return arrived >= both; });
+            changed.wait_for(lock, std::chrono::milliseconds(50), [&] { return arrived >= both; });
             arrived = std::max(arrived, both); // the next one need not wait for those that have gone
         }
 
@@ -46,24 +47,20 @@ namespace
         static inline int arrived = 0;
     };
 
-    std::atomic<int> pieces{0};
-    bool inPairs = false;
-
     // A listing of devices that nobody has seen before, written where the command line sends it.
     UINT WINAPI WriteListing(char const* command, UINT)
     {
-        if (inPairs)
-        {
-            Pairs::Meet();
-        }
+        static std::atomic<int> pieces{0};
         std::string const line = command;
         std::ofstream listing(line.substr(line.find('>') + 1), std::ios::binary);
-        for (int device = 0; device < 50; ++device)
+        for (int device = 0; device < 200; ++device)
         {
             listing << R"(Instance ID:                BTHLE\Dev_c1d2e3f4a5b6\8&1a2b3c4d&0&)"
                     << "Piece " << ++pieces << "\r\nDevice Description:         ?? LE ??\r\n\r\n";
         }
+        listing.close();
         ++events;
+        Pairs::Meet();
         return 33;
     }
 
@@ -138,7 +135,6 @@ TEST_F(StressLearning, TwoLookupsAtATimeLoseNothing)
     {
         SilentOutput const silent; // of the store's echo
         Prepare();
-        inPairs = true;
         while (GoesOn() && trouble.empty())
         {
             Pair("A", addressA);
@@ -172,13 +168,16 @@ TEST_F(StressLearning, LookupGoesOnBesideTheHostsReadingAndEmptying)
         while (GoesOn() && trouble.empty())
         {
             Pair("A", addressA);
-            vorlink->Initialize();
-            if (Random(2) == 0)
+            Pairs::Meet();
+            do
             {
-                vorlink->Uninitialize();
+                if (Random(1) == 0)
+                {
+                    vorlink->Uninitialize();
+                }
                 vorlink->Initialize();
-            }
-            EndLookups();
+            } while (!LibraryThreads::WaitForAll(std::chrono::milliseconds(0)));
+            ++rounds;
         }
     }
     EXPECT_EQ(trouble, "");

@@ -1,5 +1,6 @@
 // Threads that the system does not give: inside an unpairing that ends the process through the platform's fail-fast.
 // For the reader behind a pairing see read_line_test.cpp, for the phone watcher phone_watcher_test.cpp.
+#include "tests/library/fail_fast.h"
 #include "tests/library/unpair_host.h"
 #include "tests/support/process_end.h"
 #include "tests/support/replaced_import.h"
@@ -38,7 +39,7 @@ namespace
         TerminateProcess(GetCurrentProcess(), 5);
     }
 
-    // Unpairs "Tag", whose LE side is known. A process that has not ended by then ends with a code of its own.
+    // Unpairs "Tag", whose LE side is known.
     void UnpairWithThreads(std::filesystem::path const& directory, int count)
     {
         std::filesystem::current_path(directory);
@@ -48,8 +49,6 @@ namespace
         available = count;
         ReplaceImport(LibraryModule(), "CreateThread", &StartWhileAvailable);
         vorlink->UnpairedCurrent("Tag", MustNotReport);
-        Sleep(10'000);
-        TerminateProcess(GetCurrentProcess(), 6);
     }
 
     std::string const entry = Record(1145, classicUnpairing, "Entery unpaired  name-> Tag");
@@ -68,7 +67,7 @@ namespace
 TEST(ThreadStart, RefusedToTheTimerOfTheClassicSearchEndsTheProcess)
 {
     auto const directory = DirectoryOfTheTest();
-    EXPECT_EXIT(UnpairWithThreads(directory, 0), EndedByFailFast, "");
+    ExpectFailFast(E_FAIL, [&] { UnpairWithThreads(directory, 0); });
     EXPECT_EQ(ReadFile(refusal), "0");
     EXPECT_THAT(Log(), ElementsAre(entry));
 }
@@ -76,7 +75,7 @@ TEST(ThreadStart, RefusedToTheTimerOfTheClassicSearchEndsTheProcess)
 TEST(ThreadStart, RefusedToTheLeSideEndsTheProcess)
 {
     auto const directory = DirectoryOfTheTest();
-    EXPECT_EXIT(UnpairWithThreads(directory, 1), EndedByFailFast, "");
+    ExpectFailFast(E_FAIL, [&] { UnpairWithThreads(directory, 1); });
     EXPECT_EQ(ReadFile(refusal), "1");
     ExpectClassicSideDone();
     EXPECT_THAT(LogOf(leUnpairing), IsEmpty());
@@ -86,7 +85,7 @@ TEST(ThreadStart, RefusedToTheLeSideEndsTheProcess)
 TEST(ThreadStart, RefusedToTheTimerOfTheLeSearchEndsTheProcess)
 {
     auto const directory = DirectoryOfTheTest();
-    EXPECT_EXIT(UnpairWithThreads(directory, 2), EndedByFailFast, "");
+    ExpectFailFast(E_FAIL, [&] { UnpairWithThreads(directory, 2); });
     EXPECT_EQ(ReadFile(refusal), "2");
     ExpectClassicSideDone();
     EXPECT_THAT(LogOf(leUnpairing), IsEmpty());
