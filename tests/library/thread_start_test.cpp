@@ -44,7 +44,7 @@ namespace
     {
         std::filesystem::current_path(directory);
         Load(PairedTag("'classic', 'le'"));
-        auto const vorlink = MakeLoggingVorlink();
+        auto* const vorlink = MakeLoggingVorlink().release(); // for the LE side, to the process's end
         KnowLe(*vorlink, "Tag=" + std::string(tagAt) + "\n");
         available = count;
         ReplaceImport(LibraryModule(), "CreateThread", &StartWhileAvailable);
