@@ -122,7 +122,35 @@ TEST(LeStore, ClearLeavesTheFile)
 }
 
 // A crash, a lost entry or a torn value otherwise, within few rounds.
-TEST(LeStore, ManyThreadsMayUseItAtATime)
+TEST(LeStore, ManyThreadsMayUseItsMemoryAtATime)
+{
+    constexpr int threads = 4;
+    constexpr int rounds = 5'000;
+    std::atomic<int> wrong{0};
+    std::vector<std::thread> users;
+    for (int thread = 0; thread < threads; ++thread)
+    {
+        users.emplace_back([&, thread] {
+            std::string const own = "own" + std::to_string(thread);
+            for (int round = 0; round < rounds; ++round)
+            {
+                std::string const value = std::string(40, 'v') + std::to_string(round);
+                ReplaceLeData(own, value);
+                wrong += GetLeData(own) == value ? 0 : 1;
+                wrong += LeDataHasValue(value) ? 0 : 1;
+                wrong += EraseLeData(own) == 1 ? 0 : 1;
+            }
+        });
+    }
+    for (auto& user : users)
+    {
+        user.join();
+    }
+    EXPECT_EQ(wrong, 0);
+    EXPECT_THAT(Store(), IsEmpty());
+}
+
+TEST(LeStore, ManyThreadsMayUseItsFileAtATime)
 {
     constexpr int threads = 4;
     std::string const values[]{std::string(40, 'a'), std::string(40, 'b')};

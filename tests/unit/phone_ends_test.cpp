@@ -141,6 +141,19 @@ TEST_F(PhoneEnds, DuringAStartThatThenCannotStopReachesTheHost)
     EXPECT_TRUE(Library().IosWatcher);
 }
 
+TEST_F(PhoneEnds, ThatThePlatformRefusesMayBeTriedAgain)
+{
+    ASSERT_TRUE(Start());
+    watcher.onStop = [] { return refusal; };
+    EXPECT_THROW(StopIosWatcher(), winrt::hresult_error);
+    EXPECT_TRUE(Library().IosWatcher);
+    watcher.onStop = [] { return S_OK; };
+    EXPECT_FALSE(Start());
+    EXPECT_EQ(Count("Stop"), 2);
+    EXPECT_FALSE(Library().IosWatcher);
+    EXPECT_TRUE(Start());
+}
+
 TEST_F(PhoneEnds, ByACompletionInsideTheStartIsDoneAtOnce)
 {
     watcher.onStart = [&] {
