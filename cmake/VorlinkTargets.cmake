@@ -1,9 +1,16 @@
 # What every target of the project shares.
 
+# Visual Studio's default, /EHsc, takes for granted that a function with C linkage never throws; getVorlinkPtr may.
+if(MSVC)
+  string(REPLACE /EHsc /EHs CMAKE_CXX_FLAGS "${CMAKE_CXX_FLAGS}")
+endif()
+
 # Warnings, high and as errors, on our own code alone.
 add_library(vorlink_warnings INTERFACE)
 if(MSVC)
-  target_compile_options(vorlink_warnings INTERFACE /W4 /WX /permissive- /utf-8)
+  target_compile_options(vorlink_warnings INTERFACE /W4 /WX /permissive- /utf-8 /bigobj) # templates make many sections
+  # Its C library deprecates fopen, localtime, getenv and _open in favour of functions that others do not have.
+  target_compile_definitions(vorlink_warnings INTERFACE _CRT_SECURE_NO_WARNINGS)
 else()
   # Not here: -Wnon-virtual-dtor. COM interfaces, and Vorlink itself, have no virtual destructor by contract.
   target_compile_options(
@@ -18,11 +25,15 @@ else()
               -Wold-style-cast
               -Wcast-qual
               -Wformat=2
-              -Wduplicated-cond
-              -Wlogical-op
               -Wmissing-declarations
-              -Woverloaded-virtual
-              -Wno-restrict) # GCC 12 sees overlaps in std::string's operator+ that are not there
+              -Woverloaded-virtual)
+  if(CMAKE_CXX_COMPILER_ID STREQUAL GNU)
+    target_compile_options(
+      vorlink_warnings
+      INTERFACE -Wduplicated-cond
+                -Wlogical-op
+                -Wno-restrict) # GCC 12 sees overlaps in std::string's operator+ that are not there
+  endif()
 endif()
 
 # Includes are written from the project's root: "interface/Vorlink.h".
@@ -32,13 +43,16 @@ if(WIN32)
                                                         _WIN32_WINNT=0x0A00)
 endif()
 
-# Exposes one folder of header-only library and nothing beside it: /usr/include itself belongs to the
-# build machine's own C library, which a cross compiler must not see.
+# Exposes one folder of header-only library and, to a cross compiler, nothing beside it: /usr/include itself belongs
+# to the build machine's own C library.
 function(vorlink_header_only_library target folder header)
   find_path(${target}_INCLUDE_DIR ${folder}/${header} REQUIRED NO_CMAKE_FIND_ROOT_PATH)
-  set(view ${CMAKE_BINARY_DIR}/headers/${target})
-  file(MAKE_DIRECTORY ${view})
-  file(CREATE_LINK ${${target}_INCLUDE_DIR}/${folder} ${view}/${folder} COPY_ON_ERROR SYMBOLIC)
+  set(view ${${target}_INCLUDE_DIR})
+  if(CMAKE_CROSSCOMPILING)
+    set(view ${CMAKE_BINARY_DIR}/headers/${target})
+    file(MAKE_DIRECTORY ${view})
+    file(CREATE_LINK ${${target}_INCLUDE_DIR}/${folder} ${view}/${folder} SYMBOLIC)
+  endif()
   add_library(${target} INTERFACE)
   target_include_directories(${target} SYSTEM INTERFACE ${view})
 endfunction()

@@ -7,6 +7,7 @@
 #include <shellapi.h>
 
 #include <array>
+#include <cstddef>
 #include <memory>
 #include <sstream>
 #include <vector>

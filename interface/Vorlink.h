@@ -27,11 +27,12 @@
 // 7. Blocking. PairedDevice blocks until the platform has reported a matching device or ended its
 //    enumeration, which takes up to 30 seconds on Windows and has no limit of the library's own.
 // 8. Errors. There are no error codes. A failing platform call in an operation, on the caller's thread,
-//    throws the platform's error (winrt::hresult_error, or std::bad_alloc for E_OUTOFMEMORY); a failure to start a thread throws
-//    std::system_error. A host that does not know the first type catches with `catch (...)`. An error
-//    in UnpairedCurrent, in a pairing from its beginning, in the phone watcher's events, or behind an operation
-//    that has already returned, ends the process through the platform's fail-fast; one in the phone watcher's
-//    end after 25 seconds through std::terminate.
+//    throws the platform's error (winrt::hresult_error, or std::bad_alloc for E_OUTOFMEMORY); a failure to start a
+//    thread throws std::system_error. A host that does not know the first type catches with `catch (...)`; one built
+//    with Visual Studio catches getVorlinkPtr's std::bad_alloc under /EHs alone, for /EHsc takes it that a function
+//    of C linkage never throws. An error in UnpairedCurrent, in a pairing from its beginning, in the phone watcher's
+//    events, or behind an operation that has already returned, ends the process through the platform's fail-fast; one
+//    in the phone watcher's end after 25 seconds through std::terminate.
 // 9. Files. The log ("log.log"), the data store ("MyLEData") and, for a moment, a listing ("ble.jpg") and the data
 //    store's next state ("MyLEData", the process's number and "new", with dots between) live in the process's current
 //    directory. Standard output gets the store's entries and the listing's lines.
@@ -53,7 +54,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <new>
 #include <string>
+#include <type_traits>
 
 // The outcome of a pairing, handed to the host by value. Texts are UTF-8 and zero-filled to the end of their
 // field. A device name of 128 bytes or more runs on into `addressText`, up to the end of that field.
@@ -129,6 +132,27 @@ struct Vorlink
     // meanwhile, which a second call gets over.
     virtual void IosPairedDevicce(std::string name, PairResultCallback callback) = 0;
 };
+
+// Releases an object as rule 2 has it: the storage alone, without a destructor. The standard library's own deleter
+// does the same by deleting through an abstract class, of which compilers warn from inside <memory>, out of a host's
+// reach. It has to be known before the first std::unique_ptr<Vorlink>: include this header, do not declare Vorlink.
+template <>
+struct std::default_delete<Vorlink>
+{
+    constexpr default_delete() noexcept = default;
+
+    template <typename Derived, std::enable_if_t<std::is_convertible_v<Derived*, Vorlink*>, int> = 0>
+    default_delete(std::default_delete<Derived> const&) noexcept
+    {
+    }
+
+    void operator()(Vorlink* object) const noexcept
+    {
+        ::operator delete(object);
+    }
+};
+
+static_assert(sizeof(std::unique_ptr<Vorlink>) == sizeof(void*));
 
 #ifndef _WIN32
 #define VORLINK_API

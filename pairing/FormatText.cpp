@@ -1,5 +1,7 @@
 #include "pairing/FormatText.h"
 
+#include <cstddef>
+
 namespace vorlink
 {
     std::string FormatWithoutArguments(std::string_view format)

@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <cstddef>
+
 namespace vorlink
 {
     std::string NarrowText(std::wstring_view text, CodePage codePage)

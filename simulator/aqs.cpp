@@ -5,6 +5,7 @@
 #include "simulator/aqs_operand.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace simulator
 {

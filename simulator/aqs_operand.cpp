@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <charconv>
 #include <optional>
+#include <system_error>
+#include <utility>
 
 namespace simulator::aqs
 {

@@ -3,6 +3,8 @@
 #include "simulator/device_statics.h"
 #include "simulator/pairing_statics.h"
 
+#include <windows.h>
+
 #include <objbase.h>
 
 extern "C" HRESULT WINAPI DllGetActivationFactory(HSTRING name, ::IActivationFactory** factory);

@@ -1,6 +1,7 @@
 #include "simulator/hex_text.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace simulator
 {

@@ -1,6 +1,10 @@
 #include "simulator/hstring.h"
 
+#include <windows.h>
+
 #include <winstring.h>
+
+#include <cstddef>
 
 namespace simulator
 {

@@ -6,6 +6,8 @@
 #include "simulator/lifetime.h"
 #include "simulator/ref.h"
 
+#include <objbase.h>
+
 #include <mutex>
 
 namespace simulator

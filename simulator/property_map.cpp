@@ -4,6 +4,7 @@
 #include "simulator/property_value.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <vector>
 
 namespace simulator

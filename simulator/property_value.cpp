@@ -2,6 +2,10 @@
 
 #include "simulator/object.h"
 
+#include <objbase.h>
+
+#include <type_traits>
+
 namespace platform
 {
     template <>
@@ -283,7 +287,7 @@ namespace simulator
     Ref<::IInspectable> Box(Value const& value)
     {
         return std::visit(
-            []<typename T>(T const& held) -> Ref<::IInspectable> {
+            []<typename T>([[maybe_unused]] T const& held) -> Ref<::IInspectable> {
                 if constexpr (std::is_same_v<T, std::monostate>)
                 {
                     return {};

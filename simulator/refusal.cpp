@@ -31,7 +31,7 @@ namespace simulator
         {
             return DevicePairingResultStatus::Failed;
         }
-        auto const& [endpoint, inRange] = *neighbour;
+        auto const& endpoint = neighbour->endpoint;
         struct Check
         {
             bool refused;

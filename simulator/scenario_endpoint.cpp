@@ -3,6 +3,7 @@
 #include "simulator/scenario_names.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace simulator
 {

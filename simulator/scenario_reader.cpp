@@ -155,9 +155,9 @@ namespace simulator
     std::vector<std::string_view> TableReader::Keys() const
     {
         std::vector<std::string_view> keys;
-        for (auto const& [key, node] : *table)
+        for (auto const& entry : *table)
         {
-            keys.push_back(key.str());
+            keys.push_back(entry.first.str());
         }
         return keys;
     }

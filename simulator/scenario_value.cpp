@@ -2,6 +2,8 @@
 #include "simulator/hex_text.h"
 #include "simulator/scenario_reader.h"
 
+#include <utility>
+
 namespace simulator
 {
     namespace

@@ -3,6 +3,8 @@
 #include "simulator/first_scenario.h"
 #include "simulator/pairing_state.h"
 
+#include <windows.h>
+
 #include <cstdio>
 #include <fstream>
 

@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <initializer_list>
+#include <type_traits>
 
 namespace simulator
 {

@@ -5,6 +5,7 @@
 #include <objbase.h>
 
 #include <condition_variable>
+#include <cstddef>
 #include <deque>
 #include <mutex>
 #include <thread>

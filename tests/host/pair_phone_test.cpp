@@ -1,6 +1,8 @@
 // vorlinkctl pair-phone, from outside: what it prints and the code that it ends with, for each outcome.
 #include <gmock/gmock.h>
 
+#include <windows.h>
+
 #include <filesystem>
 #include <fstream>
 #include <iterator>

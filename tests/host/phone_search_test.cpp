@@ -1,6 +1,8 @@
 // The search of vorlinkctl phones: that it is live, how it ends, and what it leaves in the user's folder.
 #include <gmock/gmock.h>
 
+#include <windows.h>
+
 #include <chrono>
 #include <filesystem>
 

@@ -8,6 +8,8 @@
 
 #include <gmock/gmock.h>
 
+#include <windows.h>
+
 #include <objbase.h>
 
 #include <thread>

@@ -9,7 +9,11 @@
 
 #include <gmock/gmock.h>
 
+#include <windows.h>
+
 #include <atomic>
+#include <filesystem>
+#include <memory>
 
 using namespace test;
 using testing::Contains;
@@ -29,6 +33,18 @@ namespace
     {
         ++threads;
         return CreateThread(attributes, stack, start, argument, flags, id);
+    }
+
+    std::atomic<void*> storage = nullptr;
+    std::atomic<bool> isFreed = false;
+
+    // Frees nothing: the process can do without.
+    void NoteFree(void* memory)
+    {
+        if (memory == storage)
+        {
+            isFreed = true;
+        }
     }
 } // namespace
 
@@ -115,6 +131,16 @@ TEST(Boundary, ReleasingTheObjectCallsNothingAndLeavesTheWatcherRunning)
     // The run's watcher still reports to the queue: the next lookup takes the device first.
     ASSERT_TRUE(SimulateDeviceAppears(ClassicId("11:22:33:44:55:66").c_str()));
     EXPECT_TRUE(WaitForCall("! DeviceWatcher.Added(#1"));
+}
+
+TEST(Boundary, ReleasingTheObjectFreesItsStorage)
+{
+    auto vorlink = MakeVorlink();
+    storage = vorlink.get();
+    ReplaceImport(GetModuleHandleW(nullptr), "free", NoteFree);
+    EXPECT_FALSE(isFreed);
+    vorlink.reset();
+    EXPECT_TRUE(isFreed);
 }
 
 TEST(Boundary, UnloadingRevokesTheRegistrationsStillHeld)

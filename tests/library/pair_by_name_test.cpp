@@ -7,6 +7,8 @@
 
 #include <gmock/gmock.h>
 
+#include <windows.h>
+
 using namespace test;
 using testing::ElementsAre;
 

@@ -4,6 +4,8 @@
 #include "tests/support/process_end.h"
 #include "tests/support/replaced_import.h"
 
+#include <windows.h>
+
 #include <algorithm>
 #include <chrono>
 #include <cstddef>

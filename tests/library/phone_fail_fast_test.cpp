@@ -3,6 +3,8 @@
 #include "tests/library/phone_host.h"
 #include "tests/support/process_end.h"
 
+#include <windows.h>
+
 using namespace test;
 using testing::ElementsAre;
 

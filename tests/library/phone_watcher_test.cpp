@@ -2,6 +2,8 @@
 #include "tests/library/phone_host.h"
 #include "tests/support/replaced_import.h"
 
+#include <windows.h>
+
 #include <atomic>
 #include <system_error>
 

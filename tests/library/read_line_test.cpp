@@ -9,8 +9,11 @@
 
 #include <gmock/gmock.h>
 
+#include <windows.h>
+
 #include <atomic>
 #include <chrono>
+#include <cstdlib>
 #include <thread>
 
 using namespace test;

@@ -23,6 +23,7 @@ namespace test
 
 using namespace test;
 using testing::ElementsAre;
+using testing::IsEmpty;
 using testing::SizeIs;
 
 namespace
@@ -30,6 +31,10 @@ namespace
     // An implementation that says which of its operations was called.
     struct Recorder final : Vorlink
     {
+        ~Recorder()
+        {
+            calls.push_back("the destructor");
+        }
         bool Initialize() override
         {
             calls.push_back("Initialize");
@@ -92,6 +97,13 @@ TEST(Slots, HoldTheSevenOperationsInTheirOrder)
     slots.Slot6("six", nullptr);
     EXPECT_THAT(Recorder::calls, ElementsAre("Initialize", "Uninitialize", "SetLogEnabled true", "PairedDevice three",
                                              "UnpairedCurrent four", "StartIosWatcher", "IosPairedDevicce six"));
+}
+
+TEST(Slots, HoldNoDestructorForTheReleaseToRun)
+{
+    Recorder::calls.clear();
+    factory().reset();
+    EXPECT_THAT(Recorder::calls, IsEmpty());
 }
 
 TEST(Slots, OfTheLibraryAreCalledAsTheHostKnowsThem)

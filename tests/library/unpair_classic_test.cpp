@@ -4,6 +4,8 @@
 
 #include <gmock/gmock.h>
 
+#include <windows.h>
+
 #include <thread>
 
 using namespace test;

@@ -6,10 +6,13 @@
 #include "tests/support/neighbourhood.h"
 #include "tests/support/patience.h"
 
+#include <windows.h>
+
 #include <condition_variable>
 #include <fstream>
 #include <mutex>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace test

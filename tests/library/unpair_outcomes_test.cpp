@@ -7,6 +7,10 @@
 
 #include <gmock/gmock.h>
 
+#include <winrt/base.h>
+
+#include <windows.h>
+
 using namespace test;
 using testing::ElementsAre;
 using testing::IsEmpty;

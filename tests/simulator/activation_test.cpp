@@ -1,6 +1,9 @@
 // Getting the simulated classes from the operating system.
 #include "tests/simulator/client.h"
 
+#include <windows.h>
+
+#include <objbase.h>
 #include <roapi.h>
 
 #include <fstream>

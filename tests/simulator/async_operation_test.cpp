@@ -1,6 +1,8 @@
 // The contract of asynchronous operations.
 #include "tests/simulator/ceremony_client.h"
 
+#include <windows.h>
+
 #include <memory>
 
 using namespace client;

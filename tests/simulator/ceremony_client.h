@@ -3,6 +3,8 @@
 
 #include "tests/simulator/client.h"
 
+#include <windows.h>
+
 #include <mutex>
 
 namespace client

@@ -1,9 +1,13 @@
 #include "tests/simulator/client.h"
 
+#include <windows.h>
+
 #include <roapi.h>
 #include <winstring.h>
 
+#include <algorithm>
 #include <condition_variable>
+#include <cstddef>
 #include <mutex>
 #include <sstream>
 

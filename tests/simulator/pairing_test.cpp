@@ -1,6 +1,8 @@
 // The pairing ceremony, branch by branch.
 #include "tests/simulator/ceremony_client.h"
 
+#include <windows.h>
+
 #include <thread>
 
 using namespace client;

@@ -1,6 +1,8 @@
 // The file by which the pairing state outlives a process. A reset is read as the next process's beginning.
 #include "tests/simulator/ceremony_client.h"
 
+#include <windows.h>
+
 #include <filesystem>
 #include <fstream>
 #include <iterator>

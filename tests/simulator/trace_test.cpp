@@ -1,6 +1,8 @@
 // The trace's text, and failing any call on demand.
 #include "tests/simulator/ceremony_client.h"
 
+#include <windows.h>
+
 #include <roapi.h>
 
 using namespace client;

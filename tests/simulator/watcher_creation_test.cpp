@@ -1,6 +1,10 @@
 // What the statics accept when a watcher is made.
 #include "tests/simulator/client.h"
 
+#include <windows.h>
+
+#include <objbase.h>
+
 using namespace client;
 
 namespace

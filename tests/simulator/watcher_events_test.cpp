@@ -1,6 +1,11 @@
 // What watchers report, when, on which thread.
 #include "tests/simulator/recorder.h"
 
+#include <windows.h>
+
+#include <objbase.h>
+
+#include <cstdint>
 #include <thread>
 
 using namespace client;

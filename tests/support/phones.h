@@ -6,6 +6,7 @@
 #include <windows.h>
 
 #include <condition_variable>
+#include <cstddef>
 #include <cstdint>
 #include <mutex>
 #include <string>

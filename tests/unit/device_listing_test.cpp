@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 
 #include <sstream>
+#include <vector>
 
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -126,11 +127,10 @@ TEST(DeviceListing, AnIdentifierInTheDescriptionsPlaceIsADescription)
 
 TEST(DeviceListing, OtherBluetoothNodesAreNotLeDevices)
 {
-    EXPECT_THAT(Read(Lines({R"(BTHENUM\Dev_887598C2F5F2\7&2768a9f8&0&BluetoothDevice_887598C2F5F2)", le,
-                            R"(BTHLEDEVICE\{0000180f}_Dev_887598c2f5f2\8&26e4c222&0&0014)", le,
-                            R"(bthle\dev_887598c2f5f2\7&2832959&0&887598c2f5f2)", le}))
-                    .events,
-                IsEmpty());
+    auto const reading = Read(Lines({R"(BTHENUM\Dev_887598C2F5F2\7&2768a9f8&0&BluetoothDevice_887598C2F5F2)", le,
+                                     R"(BTHLEDEVICE\{0000180f}_Dev_887598c2f5f2\8&26e4c222&0&0014)", le,
+                                     R"(bthle\dev_887598c2f5f2\7&2832959&0&887598c2f5f2)", le}));
+    EXPECT_THAT(reading.events, IsEmpty());
 }
 
 TEST(DeviceListing, FewerThanFourPiecesGiveNoAddress)

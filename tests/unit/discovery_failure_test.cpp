@@ -7,6 +7,7 @@
 #include <gmock/gmock.h>
 
 #include <optional>
+#include <utility>
 
 using namespace test;
 using namespace vorlink;

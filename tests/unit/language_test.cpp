@@ -5,6 +5,7 @@
 
 #include <ostream>
 #include <set>
+#include <string>
 
 namespace
 {

@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 
 #include <sstream>
+#include <utility>
 
 using testing::ElementsAre;
 using testing::IsEmpty;

@@ -6,8 +6,11 @@
 
 #include <gtest/gtest.h>
 
+#include <windows.h>
+
 #include <cstdlib>
 #include <memory>
+#include <utility>
 
 using namespace test;
 using testing::ExitedWithCode;

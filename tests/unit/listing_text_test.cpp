@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <cstddef>
 
 using namespace simulator;
 using testing::HasSubstr;
@@ -24,8 +25,7 @@ namespace
 
 TEST(ListingText, ADeviceAsTheToolPrintsIt)
 {
-    EXPECT_EQ(ListingOf(alone + tag + "is-paired = true"),
-              R"(Microsoft PnP Utility
+    constexpr char printed[] = R"(Microsoft PnP Utility
 
 Instance ID:                BTHLE\Dev_c1d2e3f4a5b6\8&1a2b3c4d&0&C1D2E3F4A5B6
 Device Description:         ?? LE ??
@@ -42,7 +42,8 @@ Class GUID:                 {e0cbf06c-cd8b-4647-bb8a-263b43f0f974}
 Manufacturer Name:          Microsoft
 Status:                     Started
 
-)");
+)";
+    EXPECT_EQ(ListingOf(alone + tag + "is-paired = true"), printed);
 }
 
 TEST(ListingText, WithoutDevicesThereIsTheBanner)

@@ -11,6 +11,8 @@
 
 #include <gmock/gmock.h>
 
+#include <windows.h>
+
 using namespace test;
 using namespace vorlink;
 using testing::ElementsAre;

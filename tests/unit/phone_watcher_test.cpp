@@ -15,6 +15,8 @@
 
 #include <gmock/gmock.h>
 
+#include <windows.h>
+
 #include <atomic>
 #include <chrono>
 #include <future>

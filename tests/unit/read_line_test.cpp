@@ -8,6 +8,8 @@
 
 #include <gmock/gmock.h>
 
+#include <windows.h>
+
 using namespace test;
 using namespace vorlink;
 using testing::ElementsAre;

@@ -6,9 +6,12 @@
 
 #include <gtest/gtest.h>
 
+#include <windows.h>
+
 #include <objbase.h>
 
 #include <future>
+#include <stdexcept>
 #include <thread>
 
 using platform::AsyncStatus;
@@ -221,9 +224,9 @@ TEST(WinrtAwait, FailedOperationThrowsTheCodeOfItsResults)
 
 namespace
 {
-    winrt::fire_and_forget ThrowBeforeWaiting()
+    winrt::fire_and_forget ThrowBeforeWaiting(HRESULT code)
     {
-        throw winrt::hresult_error(static_cast<winrt::hresult>(E_FAIL));
+        winrt::check_hresult(code);
         co_return;
     }
 
@@ -236,7 +239,7 @@ namespace
 
 TEST(WinrtFireAndForget, ErrorBeforeTheFirstWaitEndsTheProcess)
 {
-    EXPECT_EXIT(ThrowBeforeWaiting(), EndedByFailFast, "");
+    EXPECT_EXIT(ThrowBeforeWaiting(E_FAIL), EndedByFailFast, "");
 }
 
 TEST(WinrtFireAndForget, ErrorAfterTheWaitEndsTheProcess)

@@ -7,7 +7,11 @@
 
 #include <gmock/gmock.h>
 
+#include <windows.h>
+
 #include <bit>
+#include <new>
+#include <stdexcept>
 #include <string>
 
 using namespace test;
