@@ -59,6 +59,7 @@ namespace vorlink
             VORLINK_LOG(lines.state, function, "%s id is: %s  ,pair status : %d , isPaired is:  %d",
                         le ? "BLE   " : "CLassic", NarrowText(device.Id(), CodePage::Utf8).c_str(), canPair, isPaired);
         }
+
         // An unpairing's LE side uses the object's slot while the host calls again: each lookup has references of its
         // own, and the slot is read and replaced whole.
         enumeration::DeviceInformation Held(enumeration::DeviceInformation const& slot)
