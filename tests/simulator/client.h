@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/abi/enumeration.h"
-#include "simulator/vorlink_simulator.h"
+#include "simulator/VorlinkSimulator.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "pairing/Enumeration.h"
-#include "simulator/vorlink_simulator.h"
+#include "simulator/VorlinkSimulator.h"
 #include "tests/support/neighbourhood.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // How many of the platform's objects live, once those have gone that are on their way.
 #pragma once
 
-#include "simulator/vorlink_simulator.h"
+#include "simulator/VorlinkSimulator.h"
 #include "tests/support/patience.h"
 
 #include <chrono>

@@ -1,7 +1,7 @@
 // Scenarios for the simulated platform, written where a test needs them.
 #pragma once
 
-#include "simulator/vorlink_simulator.h"
+#include "simulator/VorlinkSimulator.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // What the library asked of the platform, as the simulator recorded it.
 #pragma once
 
-#include "simulator/vorlink_simulator.h"
+#include "simulator/VorlinkSimulator.h"
 
 #include <regex>
 #include <sstream>

@@ -1,5 +1,5 @@
 // What the query language of the simulated platform refuses.
-#include "simulator/aqs.h"
+#include "simulator/query/Aqs.h"
 
 #include <gmock/gmock.h>
 

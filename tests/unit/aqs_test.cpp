@@ -1,5 +1,5 @@
 // The query language of the simulated platform: what it selects.
-#include "simulator/aqs.h"
+#include "simulator/query/Aqs.h"
 
 #include <gtest/gtest.h>
 

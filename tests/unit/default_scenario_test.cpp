@@ -1,7 +1,7 @@
 // The neighbourhood that plays when no other is named.
-#include "simulator/default_scenario.h"
+#include "simulator/scenario/DefaultScenario.h"
 
-#include "simulator/scenario.h"
+#include "simulator/scenario/Scenario.h"
 
 #include <gmock/gmock.h>
 

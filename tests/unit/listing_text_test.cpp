@@ -1,5 +1,5 @@
 // The plug-and-play stand-in: what a scenario says of it, and the text it prints.
-#include "simulator/pnputil/listing.h"
+#include "simulator/pnputil/Listing.h"
 
 #include <gmock/gmock.h>
 

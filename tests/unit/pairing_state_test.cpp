@@ -1,5 +1,5 @@
 // The pairing state as text.
-#include "simulator/pairing_state.h"
+#include "simulator/scenario/PairingState.h"
 
 #include <gtest/gtest.h>
 

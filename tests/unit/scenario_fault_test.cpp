@@ -1,5 +1,5 @@
 // What is wrong with a wrong scenario, and where.
-#include "simulator/scenario.h"
+#include "simulator/scenario/Scenario.h"
 
 #include <gmock/gmock.h>
 

@@ -1,5 +1,5 @@
 // The scenario format of the simulated platform: what a text means.
-#include "simulator/scenario.h"
+#include "simulator/scenario/Scenario.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // A value for a property, from TOML.
-#include "simulator/scenario.h"
+#include "simulator/scenario/Scenario.h"
 
 #include <gtest/gtest.h>
 

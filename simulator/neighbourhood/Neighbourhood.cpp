@@ -1,0 +1,180 @@
+#include "simulator/neighbourhood/Neighbourhood.h"
+
+#include "simulator/trace/Call.h"
+#include "simulator/scenario/FirstScenario.h"
+#include "simulator/neighbourhood/Operation.h"
+#include "simulator/neighbourhood/StateFile.h"
+#include "simulator/neighbourhood/WatcherRun.h"
+
+#include <algorithm>
+#include <atomic>
+#include <functional>
+
+namespace simulator
+{
+    namespace
+    {
+        void Populate(Neighbourhood& neighbourhood, Scenario scenario)
+        {
+            neighbourhood.neighbours.clear();
+            for (auto const& endpoint : scenario.endpoints)
+            {
+                neighbourhood.neighbours.push_back({endpoint, std::nullopt});
+            }
+            neighbourhood.scenario = std::move(scenario);
+        }
+
+        void PopulateFirst(Neighbourhood& neighbourhood, FirstScenario first)
+        {
+            neighbourhood.fault = std::move(first.fault);
+            Populate(neighbourhood, std::move(first.scenario));
+        }
+
+        // Ends what is under way. What it returns cancels the operations, and is to be called with no lock held.
+        std::vector<std::function<void()>> CutOff(Neighbourhood& neighbourhood)
+        {
+            ++neighbourhood.generation;
+            neighbourhood.held = false;
+            neighbourhood.watchersMade = 0;
+            for (auto const& run : neighbourhood.runs)
+            {
+                CutOff(*run);
+            }
+            std::vector<std::function<void()>> cancellations;
+            for (auto const& operation : neighbourhood.operations)
+            {
+                operation->cancelled = true;
+                cancellations.push_back(operation->cancel);
+            }
+            return cancellations;
+        }
+
+        template <typename Refill>
+        void RestartBy(Refill refill)
+        {
+            auto& neighbourhood = TheNeighbourhood();
+            std::vector<std::function<void()>> cancellations;
+            {
+                std::lock_guard const lock(neighbourhood.mutex);
+                cancellations = CutOff(neighbourhood);
+                refill(neighbourhood);
+            }
+            neighbourhood.changed.notify_all();
+            for (auto const& cancel : cancellations)
+            {
+                if (cancel)
+                {
+                    cancel();
+                }
+            }
+            ForgetFailures();
+            ClearTrace();
+        }
+
+        bool IsIdle(Neighbourhood const& neighbourhood)
+        {
+            auto const now = Clock::now();
+            auto const& runs = neighbourhood.runs;
+            auto const& operations = neighbourhood.operations;
+            return std::all_of(runs.begin(), runs.end(), [&](auto const& run) { return IsIdle(*run, now); }) &&
+                   std::all_of(operations.begin(), operations.end(),
+                               [&](auto const& operation) { return IsIdle(*operation, now); });
+        }
+    } // namespace
+
+    Neighbourhood& TheNeighbourhood()
+    {
+        static auto& neighbourhood = *[] {
+            auto* const made = new Neighbourhood;
+            PopulateFirst(*made, LoadFirstScenario());
+            return made;
+        }();
+        return neighbourhood;
+    }
+
+    Neighbour* FindNeighbour(Neighbourhood& neighbourhood, std::string_view id)
+    {
+        auto const found = std::find_if(neighbourhood.neighbours.begin(), neighbourhood.neighbours.end(),
+                                        [&](Neighbour const& one) { return one.endpoint.id == id; });
+        return found == neighbourhood.neighbours.end() ? nullptr : &*found;
+    }
+
+    void Happen(Neighbourhood& neighbourhood, Happening const& happening)
+    {
+        auto* const neighbour = FindNeighbour(neighbourhood, happening.id);
+        if (!neighbour)
+        {
+            return;
+        }
+        if (happening.inRange)
+        {
+            neighbour->inRange = happening.inRange;
+        }
+        bool pairingChanged = false;
+        for (auto const& [property, value] : happening.values)
+        {
+            auto const entry = neighbour->endpoint.properties.insert_or_assign(property, value).first;
+            pairingChanged = pairingChanged || entry->first == "System.Devices.Aep.IsPaired";
+        }
+        if (pairingChanged)
+        {
+            SavePairingState(neighbourhood);
+        }
+        for (auto const& run : neighbourhood.runs)
+        {
+            Tell(*run, happening);
+        }
+        neighbourhood.changed.notify_all();
+    }
+
+    void Restart(Scenario scenario)
+    {
+        RestartBy([&](Neighbourhood& neighbourhood) {
+            neighbourhood.fault.clear();
+            Populate(neighbourhood, std::move(scenario));
+        });
+    }
+
+    void RestartWithFirstScenario()
+    {
+        auto first = LoadFirstScenario();
+        RestartBy([&](Neighbourhood& neighbourhood) { PopulateFirst(neighbourhood, std::move(first)); });
+    }
+
+    void HoldEvents(bool hold)
+    {
+        auto& neighbourhood = TheNeighbourhood();
+        {
+            std::lock_guard const lock(neighbourhood.mutex);
+            neighbourhood.held = hold;
+        }
+        neighbourhood.changed.notify_all();
+    }
+
+    bool WaitIdle(std::chrono::milliseconds limit)
+    {
+        auto& neighbourhood = TheNeighbourhood();
+        std::unique_lock lock(neighbourhood.mutex);
+        return neighbourhood.changed.wait_for(lock, limit, [&] { return IsIdle(neighbourhood); });
+    }
+
+    bool PassGate(std::uint64_t generation)
+    {
+        auto& neighbourhood = TheNeighbourhood();
+        std::unique_lock lock(neighbourhood.mutex);
+        neighbourhood.changed.wait(lock, [&] { return !neighbourhood.held || generation != neighbourhood.generation; });
+        return generation == neighbourhood.generation;
+    }
+
+    INT64 NextToken() noexcept
+    {
+        static constinit std::atomic<INT64> last{0};
+        return ++last;
+    }
+
+    bool IsTrue(Properties const& properties, std::string_view name)
+    {
+        auto const found = properties.find(name);
+        return found != properties.end() && found->second == Value(true);
+    }
+} // namespace simulator

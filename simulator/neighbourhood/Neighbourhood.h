@@ -1,0 +1,79 @@
+// What all simulated objects share: the endpoints, who watches them, what is under way.
+#pragma once
+
+#include "simulator/scenario/Scenario.h"
+
+#include <windows.h>
+
+#include <chrono>
+#include <condition_variable>
+#include <cstdint>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace simulator
+{
+    struct WatcherRun;
+    struct Operation;
+
+    using Clock = std::chrono::steady_clock;
+
+    // An endpoint as it is now. A watcher's own times decide whether it is in range until a verb does.
+    struct Neighbour
+    {
+        Endpoint endpoint;
+        std::optional<bool> inRange;
+    };
+
+    // Something that happens to an endpoint, at once for everyone or in its time for one watcher.
+    struct Happening
+    {
+        std::string id;
+        std::optional<bool> inRange{};
+        std::vector<std::pair<std::string, Value>> values{};
+        bool again = false; // whoever has reported it reports it as added once more
+    };
+
+    // One mutex guards all of it, and every Watching, WatcherRun and Operation besides. It is never held
+    // while a handler runs. `changed` tells of everything that anyone may wait for.
+    struct Neighbourhood
+    {
+        std::mutex mutex;
+        std::condition_variable changed;
+        std::uint64_t generation = 1; // counts resets: what an earlier generation began raises nothing more
+        std::string fault;            // why the first scenario could not be loaded
+        bool held = false;
+        std::uint32_t watchersMade = 0;
+        Scenario scenario{};
+        std::vector<Neighbour> neighbours;
+        std::vector<std::shared_ptr<WatcherRun>> runs;
+        std::vector<std::shared_ptr<Operation>> operations;
+    };
+
+    // Made at first use, with the first scenario; never destroyed.
+    Neighbourhood& TheNeighbourhood();
+
+    Neighbour* FindNeighbour(Neighbourhood& neighbourhood, std::string_view id);
+
+    // With the mutex held: changes the endpoint, and every started watcher hears of it.
+    void Happen(Neighbourhood& neighbourhood, Happening const& happening);
+
+    // Everything back to the beginning of a scenario, or of the first one.
+    void Restart(Scenario scenario);
+    void RestartWithFirstScenario();
+
+    void HoldEvents(bool hold);
+    bool WaitIdle(std::chrono::milliseconds limit);
+
+    // Waits while events are held; false when the generation is over.
+    bool PassGate(std::uint64_t generation);
+
+    INT64 NextToken() noexcept;
+
+    bool IsTrue(Properties const& properties, std::string_view name);
+} // namespace simulator

@@ -1,0 +1,57 @@
+// A pairing or unpairing that is under way: where it stands, what it waits for.
+#pragma once
+
+#include "simulator/neighbourhood/Neighbourhood.h"
+
+#include <functional>
+
+namespace simulator
+{
+    // How an operation ends: with a status, unless it fails or is cancelled.
+    struct Outcome
+    {
+        std::int32_t status = 0;
+        HRESULT failure = S_OK;
+        bool cancelled = false;
+    };
+
+    // Guarded by the neighbourhood's mutex; driven by a thread of its own.
+    struct Operation
+    {
+        std::uint64_t generation = 0;
+        std::string id;
+        bool unpairing = false;
+        bool rejected = false;        // decided before the endpoint was asked: it does not occupy the endpoint
+        std::function<void()> cancel; // ends the caller's asynchronous operation as Canceled
+
+        bool busy = true;   // false while it waits: for its time, a deferral, a verb
+        bool ended = false; // the endpoint is free again
+        bool over = false;  // and the caller knows
+        bool cancelled = false;
+        std::optional<Clock::time_point> due;
+        std::optional<Outcome> forced; // by a verb
+
+        // The program's answer to the request. Deferrals count while they are open.
+        bool answerable = false;
+        bool accepted = false;
+        std::string pin;
+        std::uint32_t deferrals = 0;
+    };
+
+    bool IsIdle(Operation const& operation, Clock::time_point now);
+
+    // The operation that occupies an endpoint, with the mutex held; null when it is free.
+    std::shared_ptr<Operation> Occupying(Neighbourhood const& neighbourhood, std::string_view id);
+
+    // With the mutex held: makes an operation that the neighbourhood knows.
+    std::shared_ptr<Operation> Register(Neighbourhood& neighbourhood, std::string id, bool unpairing);
+
+    // Waits for the operation's time to pass, or for a verb or a cancellation to come first.
+    Outcome AwaitOutcome(Operation& operation, std::int32_t status, std::int32_t durationMs);
+
+    // Takes it off the neighbourhood's list, at the very end: whoever waits for idleness finds nothing left.
+    void Deregister(std::shared_ptr<Operation> const& operation);
+
+    // From a verb: false when the endpoint has no such operation.
+    bool ForceOutcome(std::string_view id, bool unpairing, Outcome outcome);
+} // namespace simulator

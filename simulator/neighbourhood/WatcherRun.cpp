@@ -1,0 +1,172 @@
+#include "simulator/neighbourhood/WatcherRun.h"
+
+#include "simulator/objects/Snapshot.h"
+
+#include <algorithm>
+
+namespace simulator
+{
+    namespace
+    {
+        using platform::DeviceInformationKind;
+        using platform::DeviceWatcherStatus;
+
+        void Plan(WatcherRun& run, std::chrono::milliseconds at, Task task)
+        {
+            if (at == std::chrono::milliseconds(0))
+            {
+                run.tasks.push_back(std::move(task));
+                return;
+            }
+            run.schedule.push_back({Clock::now() + at, std::move(task)});
+        }
+
+        void PlanEndpoint(WatcherRun& run, Neighbour const& neighbour)
+        {
+            auto const& [endpoint, inRange] = neighbour;
+            run.seen.push_back({endpoint.id, endpoint.properties});
+            run.seen.back().unfiltered = endpoint.unfiltered;
+            if (inRange.value_or(endpoint.appearsAtMs != never))
+            {
+                Plan(run, std::chrono::milliseconds(inRange ? 0 : endpoint.appearsAtMs),
+                     Happening{endpoint.id, true, {}});
+            }
+            if (!inRange && endpoint.leavesAtMs != never)
+            {
+                Plan(run, std::chrono::milliseconds(endpoint.leavesAtMs), Happening{endpoint.id, false, {}});
+            }
+            if (endpoint.repeatsAtMs != never)
+            {
+                Plan(run, std::chrono::milliseconds(endpoint.repeatsAtMs), Happening{.id = endpoint.id, .again = true});
+            }
+            for (auto const& change : endpoint.changes)
+            {
+                Plan(run, std::chrono::milliseconds(change.atMs),
+                     Happening{endpoint.id, std::nullopt, {{change.property, change.value}}});
+            }
+        }
+
+        // The changed properties that the watcher's devices show.
+        Properties Apply(WatcherRun const& run, Seen& seen, Happening const& happening)
+        {
+            Properties changed;
+            auto const& shown = run.watching->shown;
+            for (auto const& [name, value] : happening.values)
+            {
+                auto& known = seen.properties[name];
+                if (known == value)
+                {
+                    continue;
+                }
+                known = value;
+                auto const same = [&](std::string const& one) {
+                    PropertyNameLess const less;
+                    return !less(one, name) && !less(name, one);
+                };
+                if (auto const as = std::find_if(shown.begin(), shown.end(), same); as != shown.end())
+                {
+                    changed[*as] = value;
+                }
+            }
+            return changed;
+        }
+
+        void Move(WatcherRun const& run, Seen& seen, bool inRange)
+        {
+            bool const completed = run.watching->status == DeviceWatcherStatus::EnumerationCompleted;
+            seen.tooLate = inRange && !seen.inRange && completed && !run.reportsLateComers;
+            seen.inRange = inRange;
+        }
+    } // namespace
+
+    bool IsIdle(WatcherRun const& run, Clock::time_point now)
+    {
+        return run.busyThreads == 0 && !run.stop && !run.abort && !run.cutOff && !run.orphaned && run.tasks.empty() &&
+               (run.schedule.empty() || run.schedule.front().due > now);
+    }
+
+    std::shared_ptr<WatcherRun> MakeRun(Neighbourhood& neighbourhood, std::shared_ptr<Watching> watching)
+    {
+        auto run = std::make_shared<WatcherRun>();
+        run->watching = std::move(watching);
+        run->generation = neighbourhood.generation;
+        run->reportsLateComers = neighbourhood.scenario.appearAfterCompletion;
+        run->threads = neighbourhood.scenario.eventThreads;
+        run->busyThreads = run->threads;
+        // Bluetooth devices are association endpoints: any other kind of watcher finds nothing.
+        if (run->watching->kind == DeviceInformationKind::AssociationEndpoint)
+        {
+            for (auto const& neighbour : neighbourhood.neighbours)
+            {
+                PlanEndpoint(*run, neighbour);
+            }
+        }
+        if (auto const at = neighbourhood.scenario.enumerationCompletesAtMs; at != never)
+        {
+            Plan(*run, std::chrono::milliseconds(at), std::nullopt);
+        }
+        std::stable_sort(run->schedule.begin(), run->schedule.end(),
+                         [](TimedTask const& left, TimedTask const& right) { return left.due < right.due; });
+        neighbourhood.runs.push_back(run);
+        return run;
+    }
+
+    void Tell(WatcherRun& run, Happening const& happening)
+    {
+        if (happening.inRange)
+        {
+            // What a verb says about an endpoint's presence replaces the scenario's times.
+            std::erase_if(run.schedule, [&](TimedTask const& timed) {
+                return timed.task && timed.task->inRange && timed.task->id == happening.id;
+            });
+        }
+        run.tasks.push_back(happening);
+    }
+
+    void CompleteEnumeration(WatcherRun& run)
+    {
+        run.tasks.push_back(std::nullopt);
+    }
+
+    void Abort(WatcherRun& run)
+    {
+        run.abort = true;
+    }
+
+    void CutOff(WatcherRun& run)
+    {
+        run.cutOff = true;
+        run.watching->status = DeviceWatcherStatus::Aborted;
+    }
+
+    Report See(WatcherRun& run, Happening const& happening)
+    {
+        auto const seen =
+            std::find_if(run.seen.begin(), run.seen.end(), [&](Seen const& one) { return one.id == happening.id; });
+        if (seen == run.seen.end())
+        {
+            return {};
+        }
+        auto changed = Apply(run, *seen, happening);
+        if (happening.inRange)
+        {
+            Move(run, *seen, *happening.inRange);
+        }
+        bool const before = seen->reported;
+        seen->reported =
+            seen->inRange && !seen->tooLate && (seen->unfiltered || run.watching->filter.Matches(seen->properties));
+        if (seen->reported && (!before || happening.again))
+        {
+            return {Report::Event::Added, seen->id, Show(run.watching->shown, seen->properties)};
+        }
+        if (before && !seen->reported)
+        {
+            return {Report::Event::Removed, seen->id, {}};
+        }
+        if (before && !changed.empty())
+        {
+            return {Report::Event::Updated, seen->id, std::move(changed)};
+        }
+        return {};
+    }
+} // namespace simulator

@@ -1,0 +1,76 @@
+// One run of a watcher, from Start to Stopped: what it sees, what it has yet to do.
+#pragma once
+
+#include "simulator/neighbourhood/Neighbourhood.h"
+#include "simulator/neighbourhood/Watching.h"
+
+#include <deque>
+
+namespace simulator
+{
+    // An endpoint as the watcher sees it.
+    struct Seen
+    {
+        std::string id;
+        Properties properties;
+        bool inRange = false;
+        bool tooLate = false; // it came after the enumeration, in a scenario where that is not reported
+        bool reported = false;
+        bool unfiltered = false; // it counts as a match
+    };
+
+    // No happening: the enumeration completes.
+    using Task = std::optional<Happening>;
+
+    struct TimedTask
+    {
+        Clock::time_point due;
+        Task task;
+    };
+
+    struct WatcherRun
+    {
+        std::shared_ptr<Watching> watching;
+        std::uint64_t generation = 0;
+        bool reportsLateComers = true;
+        std::vector<Seen> seen;
+        std::deque<Task> tasks;           // due, in order
+        std::deque<TimedTask> schedule;   // by time
+        std::int32_t threads = 1;         // that take its tasks, until the run is over
+        std::int32_t busyThreads = 1;     // of these; one that has not begun yet is
+        std::vector<std::string> raising; // endpoints whose events are on their way
+        bool stop = false;
+        bool abort = false;
+        bool cutOff = false;   // by a reset
+        bool orphaned = false; // its watcher object is gone
+    };
+
+    bool IsIdle(WatcherRun const& run, Clock::time_point now);
+
+    // All with the mutex held.
+    std::shared_ptr<WatcherRun> MakeRun(Neighbourhood& neighbourhood, std::shared_ptr<Watching> watching);
+    void Tell(WatcherRun& run, Happening const& happening);
+    void CompleteEnumeration(WatcherRun& run);
+    void Abort(WatcherRun& run);
+    void CutOff(WatcherRun& run);
+
+    // What the watcher has to report of a happening, if anything.
+    struct Report
+    {
+        enum class Event
+        {
+            None,
+            Added,
+            Updated,
+            Removed,
+        };
+        Event event = Event::None;
+        std::string id;
+        Properties properties; // all that a new device shows, or those that changed
+    };
+
+    Report See(WatcherRun& run, Happening const& happening);
+
+    // The body of each thread of the run.
+    void Watch(std::shared_ptr<WatcherRun> run);
+} // namespace simulator

@@ -1,0 +1,34 @@
+// DeviceInformation: a device object, which is a snapshot of an endpoint.
+#pragma once
+
+#include "simulator/objects/CustomPairing.h"
+#include "simulator/objects/Pairing.h"
+
+#include <memory>
+
+namespace simulator
+{
+    class DeviceInformation final : public Object<platform::IDeviceInformation, platform::IDeviceInformation2>
+    {
+    public:
+        DeviceInformation(std::string id, platform::DeviceInformationKind kind, Properties properties);
+
+        HRESULT STDMETHODCALLTYPE get_Id(HSTRING* value) override;
+        HRESULT STDMETHODCALLTYPE get_Name(HSTRING* value) override;
+        HRESULT STDMETHODCALLTYPE get_IsEnabled(boolean* value) override;
+        HRESULT STDMETHODCALLTYPE get_IsDefault(boolean* value) override;
+        HRESULT STDMETHODCALLTYPE get_EnclosureLocation(void** value) override;
+        HRESULT STDMETHODCALLTYPE get_Properties(platform::PropertyMap** value) override;
+        HRESULT STDMETHODCALLTYPE Update(platform::IDeviceInformationUpdate* update) override;
+        HRESULT STDMETHODCALLTYPE GetThumbnailAsync(void** operation) override;
+        HRESULT STDMETHODCALLTYPE GetGlyphThumbnailAsync(void** operation) override;
+        HRESULT STDMETHODCALLTYPE get_Kind(platform::DeviceInformationKind* value) override;
+        HRESULT STDMETHODCALLTYPE get_Pairing(platform::IDeviceInformationPairing** value) override;
+
+    private:
+        char const* ClassName() const noexcept override;
+
+        std::shared_ptr<Snapshot> const snapshot_;
+        Ref<Pairing> const pairing_;
+    };
+} // namespace simulator

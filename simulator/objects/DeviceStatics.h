@@ -1,0 +1,46 @@
+// The statics of DeviceInformation: watchers, and what the simulator leaves out.
+#pragma once
+
+#include "platform/abi/enumeration.h"
+#include "simulator/com/Object.h"
+
+namespace simulator
+{
+    class DeviceInformationFactory final
+        : public Object<::IActivationFactory, platform::IDeviceInformationStatics, platform::IDeviceInformationStatics2>
+    {
+        using Names = platform::IIterable<HSTRING>;
+        using Kind = platform::DeviceInformationKind;
+
+    public:
+        HRESULT STDMETHODCALLTYPE ActivateInstance(::IInspectable** instance) override;
+        HRESULT STDMETHODCALLTYPE CreateFromIdAsync(HSTRING id, void** operation) override;
+        HRESULT STDMETHODCALLTYPE CreateFromIdAsyncAdditionalProperties(HSTRING id, Names* properties,
+                                                                        void** operation) override;
+        HRESULT STDMETHODCALLTYPE FindAllAsync(void** operation) override;
+        HRESULT STDMETHODCALLTYPE FindAllAsyncDeviceClass(INT32 deviceClass, void** operation) override;
+        HRESULT STDMETHODCALLTYPE FindAllAsyncAqsFilter(HSTRING filter, void** operation) override;
+        HRESULT STDMETHODCALLTYPE FindAllAsyncAqsFilterAndAdditionalProperties(HSTRING filter, Names* properties,
+                                                                               void** operation) override;
+        HRESULT STDMETHODCALLTYPE CreateWatcher(platform::IDeviceWatcher** watcher) override;
+        HRESULT STDMETHODCALLTYPE CreateWatcherDeviceClass(INT32 deviceClass,
+                                                           platform::IDeviceWatcher** watcher) override;
+        HRESULT STDMETHODCALLTYPE CreateWatcherAqsFilter(HSTRING filter, platform::IDeviceWatcher** watcher) override;
+        HRESULT STDMETHODCALLTYPE CreateWatcherAqsFilterAndAdditionalProperties(
+            HSTRING filter, Names* properties, platform::IDeviceWatcher** watcher) override;
+
+        HRESULT STDMETHODCALLTYPE GetAqsFilterFromDeviceClass(INT32 deviceClass, HSTRING* filter) override;
+        HRESULT STDMETHODCALLTYPE CreateFromIdAsyncWithKindAndAdditionalProperties(HSTRING id, Names* properties,
+                                                                                   Kind kind,
+                                                                                   void** operation) override;
+        HRESULT STDMETHODCALLTYPE FindAllAsyncWithKindAqsFilterAndAdditionalProperties(HSTRING filter,
+                                                                                       Names* properties, Kind kind,
+                                                                                       void** operation) override;
+        HRESULT STDMETHODCALLTYPE CreateWatcherWithKindAqsFilterAndAdditionalProperties(
+            HSTRING filter, Names* properties, Kind kind, platform::IDeviceWatcher** watcher) override;
+
+    private:
+        char const* ClassName() const noexcept override;
+        bool IsAgile() const noexcept override;
+    };
+} // namespace simulator

@@ -1,0 +1,38 @@
+// What a device object knows: an endpoint's identity and its properties as they were once.
+#pragma once
+
+#include "platform/abi/enumeration.h"
+#include "simulator/properties/Property.h"
+
+#include <mutex>
+#include <string>
+#include <vector>
+
+namespace simulator
+{
+    // The properties that a device object has whether or not they were asked for, then those asked for.
+    std::vector<std::string> ShownProperties(std::vector<std::string> const& requested);
+
+    // What does not apply to the endpoint is there without a value.
+    Properties Show(std::vector<std::string> const& shown, Properties const& all);
+
+    // Shared by a device object and its pairing objects, so that these follow the device's updates.
+    class Snapshot
+    {
+    public:
+        Snapshot(std::string id, platform::DeviceInformationKind kind, Properties properties);
+
+        std::string const& Id() const noexcept;
+        platform::DeviceInformationKind Kind() const noexcept;
+        Properties All() const;
+        bool IsTrue(std::string_view property) const;
+        std::string String(std::string_view property) const;
+        void Update(Properties const& changed);
+
+    private:
+        std::string const id_;
+        platform::DeviceInformationKind const kind_;
+        mutable std::mutex mutex_;
+        Properties properties_;
+    };
+} // namespace simulator

@@ -1,0 +1,11 @@
+// The map of property values that devices and updates hand out: a copy, frozen when it is made.
+#pragma once
+
+#include "platform/abi/enumeration.h"
+#include "simulator/properties/Property.h"
+#include "simulator/com/Ref.h"
+
+namespace simulator
+{
+    Ref<platform::PropertyMap> MakePropertyMap(Properties const& properties);
+}

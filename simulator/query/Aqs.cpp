@@ -1,0 +1,151 @@
+#include "simulator/query/Aqs.h"
+
+#include "simulator/query/AqsExpression.h"
+#include "simulator/query/AqsLexer.h"
+#include "simulator/query/AqsOperand.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace simulator
+{
+    namespace aqs
+    {
+        namespace
+        {
+            // Parentheses and NOTs within each other. Each costs stack, and the text may be hostile.
+            constexpr int deepestNesting = 64;
+
+            bool TakeIf(Lexer& lexer, TokenKind kind)
+            {
+                if (lexer.Ahead().kind != kind)
+                {
+                    return false;
+                }
+                lexer.Take();
+                return true;
+            }
+
+            Expression Join(Expression::Kind kind, std::vector<Expression> terms)
+            {
+                return terms.size() == 1 ? std::move(terms.front()) : Expression{kind, {}, std::move(terms)};
+            }
+
+            // The grammar, one function a rule, from the loosest binding to the tightest:
+            //
+            //   any        = all { OR all }
+            //   all        = unary { [AND] unary }
+            //   unary      = NOT unary | "(" any ")" | comparison
+            //   comparison = property ":" [operator] operand
+            Expression ParseAny(Lexer& lexer, int depth);
+
+            Expression ParseComparison(Lexer& lexer)
+            {
+                auto const property = lexer.Take();
+                if (property.kind != TokenKind::Word)
+                {
+                    Fail("a property is expected", property.position);
+                }
+                auto const kind = KindOfProperty(property.text);
+                if (kind == PropertyKind::Unknown)
+                {
+                    Fail("no property is named '" + std::string(property.text) + "'", property.position);
+                }
+                auto const compare = lexer.Take();
+                if (compare.kind != TokenKind::Compare)
+                {
+                    Fail("a colon is expected", compare.position);
+                }
+                auto operand = ReadOperand(lexer.Take(), kind);
+                if (!Fits(compare.compare, operand))
+                {
+                    Fail("the operator does not fit its operand", compare.position);
+                }
+                Comparison comparison{std::string(property.text), compare.compare, std::move(operand)};
+                return {Expression::Kind::Comparison, std::move(comparison), {}};
+            }
+
+            Expression ParseUnary(Lexer& lexer, int depth)
+            {
+                auto const first = lexer.Ahead();
+                if (depth > deepestNesting)
+                {
+                    Fail("nested too deeply", first.position);
+                }
+                if (TakeIf(lexer, TokenKind::Not))
+                {
+                    Expression negation{Expression::Kind::Not, {}, {}};
+                    negation.operands.push_back(ParseUnary(lexer, depth + 1));
+                    return negation;
+                }
+                if (!TakeIf(lexer, TokenKind::Open))
+                {
+                    return ParseComparison(lexer);
+                }
+                auto inside = ParseAny(lexer, depth + 1);
+                if (!TakeIf(lexer, TokenKind::Close))
+                {
+                    Fail("no closing parenthesis for the one", first.position);
+                }
+                return inside;
+            }
+
+            bool BeginsUnary(TokenKind kind)
+            {
+                return kind == TokenKind::Word || kind == TokenKind::Not || kind == TokenKind::Open;
+            }
+
+            Expression ParseAll(Lexer& lexer, int depth)
+            {
+                std::vector<Expression> terms{ParseUnary(lexer, depth)};
+                while (TakeIf(lexer, TokenKind::And) || BeginsUnary(lexer.Ahead().kind))
+                {
+                    terms.push_back(ParseUnary(lexer, depth));
+                }
+                return Join(Expression::Kind::And, std::move(terms));
+            }
+
+            Expression ParseAny(Lexer& lexer, int depth)
+            {
+                std::vector<Expression> terms{ParseAll(lexer, depth)};
+                while (TakeIf(lexer, TokenKind::Or))
+                {
+                    terms.push_back(ParseAll(lexer, depth));
+                }
+                return Join(Expression::Kind::Or, std::move(terms));
+            }
+
+            Expression ParseWhole(std::string_view text)
+            {
+                Lexer lexer(text);
+                auto whole = ParseAny(lexer, 0);
+                if (lexer.Ahead().kind != TokenKind::End)
+                {
+                    Fail("the query should end", lexer.Ahead().position);
+                }
+                return whole;
+            }
+        } // namespace
+    }     // namespace aqs
+
+    Query Query::Parse(std::string_view text)
+    {
+        Query query;
+        if (!std::ranges::all_of(text, aqs::IsBlank))
+        {
+            query.expression = std::make_shared<aqs::Expression const>(aqs::ParseWhole(text));
+        }
+        query.blank = !text.empty() && !query.expression;
+        return query;
+    }
+
+    bool Query::Matches(Properties const& properties) const
+    {
+        return !expression || aqs::Holds(*expression, properties);
+    }
+
+    bool Query::IsBlank() const
+    {
+        return blank;
+    }
+} // namespace simulator

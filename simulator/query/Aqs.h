@@ -1,0 +1,46 @@
+// The platform's query language, as far as it selects devices: `property:operator operand` joined by AND,
+// OR, NOT, parentheses, or mere juxtaposition (which is AND).
+//
+// Settled here where the platform leaves it open:
+// - AND binds tighter than OR wherever they stand, juxtaposed or spelled out.
+// - Texts compare exactly, letter case included.
+// - A property without a value equals null alone, so it differs from every other operand.
+#pragma once
+
+#include "simulator/properties/Property.h"
+
+#include <memory>
+#include <stdexcept>
+#include <string_view>
+
+namespace simulator
+{
+    // The platform answers E_INVALIDARG to what throws this.
+    class QueryError : public std::runtime_error
+    {
+    public:
+        using std::runtime_error::runtime_error;
+    };
+
+    namespace aqs
+    {
+        struct Expression;
+    }
+
+    class Query
+    {
+    public:
+        // Empty or blank text matches everything.
+        static Query Parse(std::string_view text);
+
+        // A property that `properties` does not hold counts as null.
+        bool Matches(Properties const& properties) const;
+
+        // White space only, and some of it: the platform accepts it for a watcher, which then fails to start.
+        bool IsBlank() const;
+
+    private:
+        std::shared_ptr<aqs::Expression const> expression; // none: matches everything
+        bool blank = false;
+    };
+} // namespace simulator

@@ -1,0 +1,62 @@
+#include "simulator/query/AqsExpression.h"
+
+#include <algorithm>
+#include <functional>
+
+namespace simulator::aqs
+{
+    namespace
+    {
+        // A value of another kind than the operand's answers no to everything but "differs".
+        template <typename T, typename Predicate>
+        bool Both(Value const& left, Value const& right, Predicate predicate)
+        {
+            auto const* first = std::get_if<T>(&left);
+            auto const* second = std::get_if<T>(&right);
+            return first && second && predicate(*first, *second);
+        }
+    } // namespace
+
+    bool Holds(Comparison const& comparison, Properties const& properties)
+    {
+        auto const found = properties.find(comparison.property);
+        auto const value = found == properties.end() ? Value{} : found->second;
+        auto const& operand = comparison.operand;
+        switch (comparison.compare)
+        {
+        case Operator::Equal:
+            return value == operand;
+        case Operator::NotEqual:
+            return value != operand;
+        case Operator::Less:
+            return Both<std::int32_t>(value, operand, std::less<>());
+        case Operator::Greater:
+            return Both<std::int32_t>(value, operand, std::greater<>());
+        case Operator::Contains:
+            return Both<std::string>(value, operand, [](std::string_view whole, std::string_view part) {
+                return whole.find(part) != std::string_view::npos;
+            });
+        case Operator::BeginsWith:
+            return Both<std::string>(
+                value, operand, [](std::string_view whole, std::string_view part) { return whole.starts_with(part); });
+        }
+        return false;
+    }
+
+    bool Holds(Expression const& expression, Properties const& properties)
+    {
+        auto const holds = [&properties](Expression const& operand) { return Holds(operand, properties); };
+        switch (expression.kind)
+        {
+        case Expression::Kind::Comparison:
+            return Holds(expression.comparison, properties);
+        case Expression::Kind::And:
+            return std::ranges::all_of(expression.operands, holds);
+        case Expression::Kind::Or:
+            return std::ranges::any_of(expression.operands, holds);
+        case Expression::Kind::Not:
+            return !holds(expression.operands.front());
+        }
+        return false;
+    }
+} // namespace simulator::aqs

@@ -1,0 +1,36 @@
+// A query once understood: comparisons at the leaves, AND, OR and NOT above them.
+#pragma once
+
+#include "simulator/query/AqsLexer.h"
+#include "simulator/properties/Property.h"
+
+#include <string>
+#include <vector>
+
+namespace simulator::aqs
+{
+    struct Comparison
+    {
+        std::string property;
+        Operator compare = Operator::Equal;
+        Value operand; // monostate: null
+    };
+
+    struct Expression
+    {
+        enum class Kind
+        {
+            Comparison,
+            And,
+            Or,
+            Not,
+        };
+
+        Kind kind = Kind::Comparison;
+        Comparison comparison;            // of a Comparison
+        std::vector<Expression> operands; // of the others; Not has one
+    };
+
+    bool Holds(Comparison const& comparison, Properties const& properties);
+    bool Holds(Expression const& expression, Properties const& properties);
+} // namespace simulator::aqs

@@ -1,0 +1,177 @@
+#include "simulator/query/AqsLexer.h"
+
+#include "simulator/query/Aqs.h"
+
+#include <algorithm>
+
+namespace simulator::aqs
+{
+    namespace
+    {
+        bool IsDigit(char character) noexcept
+        {
+            return character >= '0' && character <= '9';
+        }
+
+        // What may stand in a word: bytes of UTF-8 beyond ASCII may, what the language itself uses may not.
+        bool IsWordCharacter(char character) noexcept
+        {
+            constexpr std::string_view reserved = "()[]{}:\"=<>~";
+            return !IsBlank(character) && reserved.find(character) == std::string_view::npos;
+        }
+
+        std::size_t WordLength(std::string_view text)
+        {
+            return static_cast<std::size_t>(std::ranges::find_if_not(text, IsWordCharacter) - text.begin());
+        }
+
+        struct OperatorSpelling
+        {
+            std::string_view text;
+            Operator compare;
+        };
+
+        // What may follow the colon, the longer spelling before the one it begins with.
+        constexpr OperatorSpelling operators[] = {
+            {"=", Operator::Equal},
+            {"<>", Operator::NotEqual},
+            {"\xE2\x89\xA0", Operator::NotEqual}, // the not-equal sign
+            {"-", Operator::NotEqual},
+            {"<", Operator::Less},
+            {">", Operator::Greater},
+            {"~~", Operator::Contains},
+            {"~<", Operator::BeginsWith},
+        };
+    } // namespace
+
+    bool IsBlank(char character) noexcept
+    {
+        return character == ' ' || (character >= '\t' && character <= '\r');
+    }
+
+    void Fail(std::string const& reason, std::size_t position)
+    {
+        throw QueryError(reason + " at byte " + std::to_string(position));
+    }
+
+    Lexer::Lexer(std::string_view query)
+        : text(query)
+    {
+        ahead = Scan();
+    }
+
+    Token Lexer::Take()
+    {
+        auto const taken = ahead;
+        ahead = Scan();
+        return taken;
+    }
+
+    Token Lexer::Scan()
+    {
+        SkipBlanks();
+        if (position == text.size())
+        {
+            return Cut(TokenKind::End, 0);
+        }
+        switch (text[position])
+        {
+        case '(':
+            return Cut(TokenKind::Open, 1);
+        case ')':
+            return Cut(TokenKind::Close, 1);
+        case ':':
+            return ScanCompare();
+        case '"':
+            return ScanDelimited(TokenKind::Quoted, '"');
+        case '{':
+            return ScanDelimited(TokenKind::Braced, '}');
+        case '[':
+            if (text.substr(position).starts_with("[]"))
+            {
+                return Cut(TokenKind::Null, 2);
+            }
+            break;
+        default:
+            if (IsWordCharacter(text[position]))
+            {
+                return ScanWord();
+            }
+        }
+        Fail(std::string("unexpected '") + text[position] + "'", position);
+    }
+
+    Token Lexer::ScanCompare()
+    {
+        auto token = Cut(TokenKind::Compare, 1);
+        SkipBlanks();
+        auto const rest = text.substr(position);
+        if (rest.substr(0, WordLength(rest)) == "NOT")
+        {
+            position += 3;
+            token.compare = Operator::NotEqual;
+            return token;
+        }
+        for (auto const& spelling : operators)
+        {
+            if (rest.starts_with(spelling.text))
+            {
+                position += spelling.text.size();
+                token.compare = spelling.compare;
+                return token;
+            }
+        }
+        return token; // the colon alone: equal
+    }
+
+    Token Lexer::ScanDelimited(TokenKind kind, char last)
+    {
+        auto const end = text.find(last, position + 1);
+        if (end == std::string_view::npos)
+        {
+            Fail(std::string("no closing ") + last + " for what begins", position);
+        }
+        auto token = Cut(kind, end + 1 - position);
+        if (kind == TokenKind::Quoted)
+        {
+            token.text = token.text.substr(1, token.text.size() - 2);
+        }
+        return token;
+    }
+
+    Token Lexer::ScanWord()
+    {
+        auto const length = WordLength(text.substr(position));
+        auto const word = text.substr(position, length);
+        if (word == "AND")
+        {
+            return Cut(TokenKind::And, length);
+        }
+        if (word == "OR")
+        {
+            return Cut(TokenKind::Or, length);
+        }
+        if (word == "NOT")
+        {
+            return Cut(TokenKind::Not, length);
+        }
+        auto const digits = word.substr(word.front() == '-' || word.front() == '+' ? 1 : 0);
+        auto const number = !digits.empty() && std::ranges::all_of(digits, IsDigit);
+        return Cut(number ? TokenKind::Integer : TokenKind::Word, length);
+    }
+
+    void Lexer::SkipBlanks()
+    {
+        while (position < text.size() && IsBlank(text[position]))
+        {
+            ++position;
+        }
+    }
+
+    Token Lexer::Cut(TokenKind kind, std::size_t length)
+    {
+        Token token{kind, text.substr(position, length), position};
+        position += length;
+        return token;
+    }
+} // namespace simulator::aqs

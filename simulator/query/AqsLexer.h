@@ -1,0 +1,76 @@
+// Cuts a query into words, operators, operands and parentheses.
+#pragma once
+
+#include "simulator/properties/Property.h"
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace simulator::aqs
+{
+    enum class Operator
+    {
+        Equal,
+        NotEqual,
+        Less,
+        Greater,
+        Contains,
+        BeginsWith,
+    };
+
+    enum class TokenKind
+    {
+        End,
+        Open,
+        Close,
+        And,
+        Or,
+        Not,
+        Word,    // a property's name, bare text, or a Boolean literal
+        Compare, // a colon and its operator
+        Quoted,  // text without its quotes
+        Braced,  // a GUID, braces included
+        Integer, // perhaps with a sign
+        Null,    // []
+    };
+
+    struct Token
+    {
+        TokenKind kind = TokenKind::End;
+        std::string_view text;
+        std::size_t position = 0; // in bytes, for messages
+        Operator compare = Operator::Equal;
+    };
+
+    class Lexer
+    {
+    public:
+        explicit Lexer(std::string_view text);
+
+        // The token that Take() would hand out.
+        Token const& Ahead() const
+        {
+            return ahead;
+        }
+
+        Token Take();
+
+    private:
+        Token Scan();
+        Token ScanCompare();
+        Token ScanDelimited(TokenKind kind, char last);
+        Token ScanWord();
+        void SkipBlanks();
+        Token Cut(TokenKind kind, std::size_t length);
+
+        std::string_view const text;
+        std::size_t position = 0;
+        Token ahead;
+    };
+
+    bool IsBlank(char character) noexcept;
+
+    // "reason at byte 12"
+    [[noreturn]] void Fail(std::string const& reason, std::size_t position);
+} // namespace simulator::aqs

@@ -1,0 +1,119 @@
+#include "simulator/query/AqsOperand.h"
+
+#include "simulator/properties/HexText.h"
+
+#include <algorithm>
+#include <charconv>
+#include <optional>
+#include <system_error>
+#include <utility>
+
+namespace simulator::aqs
+{
+    namespace
+    {
+        std::optional<Value> ReadBoolean(Token const& operand)
+        {
+            auto const same = [&operand](std::string_view literal) {
+                PropertyNameLess const less;
+                return !less(operand.text, literal) && !less(literal, operand.text);
+            };
+            if (operand.kind == TokenKind::Word && same("System.StructuredQueryType.Boolean#True"))
+            {
+                return Value{true};
+            }
+            if (operand.kind == TokenKind::Word && same("System.StructuredQueryType.Boolean#False"))
+            {
+                return Value{false};
+            }
+            return std::nullopt;
+        }
+
+        std::optional<Value> ReadInteger(Token const& operand)
+        {
+            auto const digits = operand.text.substr(operand.text.starts_with('+') ? 1 : 0);
+            std::int32_t number = 0;
+            auto const [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
+            if (operand.kind != TokenKind::Integer || error != std::errc{} || end != digits.data() + digits.size())
+            {
+                return std::nullopt;
+            }
+            return Value{number};
+        }
+
+        std::optional<Value> ReadText(Token const& operand)
+        {
+            if (operand.kind != TokenKind::Quoted && (operand.kind != TokenKind::Word || ReadBoolean(operand)))
+            {
+                return std::nullopt;
+            }
+            return Value{std::string(operand.text)};
+        }
+
+        std::optional<Value> ReadGuid(Token const& operand)
+        {
+            if (operand.kind != TokenKind::Quoted && operand.kind != TokenKind::Braced)
+            {
+                return std::nullopt;
+            }
+            return ParseGuid(operand.text);
+        }
+
+        std::optional<Value> ReadAs(PropertyKind kind, Token const& operand)
+        {
+            switch (kind)
+            {
+            case PropertyKind::Boolean:
+                return ReadBoolean(operand);
+            case PropertyKind::Int32:
+                return ReadInteger(operand);
+            case PropertyKind::String:
+                return ReadText(operand);
+            case PropertyKind::Guid:
+                return ReadGuid(operand);
+            case PropertyKind::Unknown:
+                break;
+            }
+            return std::nullopt;
+        }
+    } // namespace
+
+    Value ReadOperand(Token const& operand, PropertyKind kind)
+    {
+        switch (operand.kind)
+        {
+        case TokenKind::Null:
+            return {};
+        case TokenKind::Word:
+        case TokenKind::Quoted:
+        case TokenKind::Braced:
+        case TokenKind::Integer:
+            break;
+        default:
+            Fail("an operand is expected", operand.position);
+        }
+        auto value = ReadAs(kind, operand);
+        if (!value)
+        {
+            Fail("'" + std::string(operand.text) + "' is not of the property's type", operand.position);
+        }
+        return *std::move(value);
+    }
+
+    bool Fits(Operator compare, Value const& operand)
+    {
+        switch (compare)
+        {
+        case Operator::Equal:
+        case Operator::NotEqual:
+            return true;
+        case Operator::Less:
+        case Operator::Greater:
+            return std::holds_alternative<std::int32_t>(operand);
+        case Operator::Contains:
+        case Operator::BeginsWith:
+            return std::holds_alternative<std::string>(operand);
+        }
+        return false;
+    }
+} // namespace simulator::aqs

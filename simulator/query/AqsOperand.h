@@ -1,0 +1,14 @@
+// What an operand means to the property that it is compared with.
+#pragma once
+
+#include "simulator/query/AqsLexer.h"
+#include "simulator/properties/Property.h"
+
+namespace simulator::aqs
+{
+    // The operand as a value of a property's kind. Throws QueryError when it is missing or of another kind.
+    Value ReadOperand(Token const& operand, PropertyKind kind);
+
+    // Order is for numbers, parts are for texts; nothing but equality is asked of null.
+    bool Fits(Operator compare, Value const& operand);
+} // namespace simulator::aqs

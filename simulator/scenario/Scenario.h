@@ -1,0 +1,108 @@
+// A simulated neighbourhood: which endpoints there are, when they come and go, how they answer.
+#pragma once
+
+#include "simulator/properties/Property.h"
+
+#include <cstdint>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace simulator
+{
+    enum class Protocol
+    {
+        Classic,
+        Le,
+    };
+
+    inline constexpr std::int32_t never = -1; // for every time, all of which are in milliseconds
+
+    enum class UnpairEffect
+    {
+        Updated, // watchers hear that IsPaired changed
+        Removed, // watchers lose the endpoint
+    };
+
+    // Numbers of the platform's enumerations are kept as numbers: a scenario may rehearse unknown ones.
+    struct Ceremony
+    {
+        std::uint32_t kind;  // DevicePairingKinds
+        std::int32_t status; // DevicePairingResultStatus
+        std::int32_t durationMs;
+        std::string pin;
+        std::int32_t maxProtection; // DevicePairingProtectionLevel
+    };
+
+    struct Unpairing
+    {
+        std::int32_t status; // DeviceUnpairingResultStatus
+        std::int32_t durationMs;
+        UnpairEffect effect;
+    };
+
+    struct TimedChange
+    {
+        std::int32_t atMs;
+        std::string property;
+        Value value;
+    };
+
+    struct Endpoint
+    {
+        std::string id;
+        Protocol protocol;
+        std::string adapter; // addresses are lower-case, with colons
+        std::string address;
+        Properties properties; // complete: what the platform knows but has no value for is there without one
+        std::int32_t appearsAtMs;
+        std::int32_t leavesAtMs;
+        std::int32_t repeatsAtMs;         // it is reported as added once more, without having left
+        bool unfiltered;                  // watchers report it whether it matches or not
+        std::vector<TimedChange> changes; // in order of time
+        Ceremony pairing;
+        Unpairing unpairing;
+        std::optional<bool> listed; // by the plug-and-play tool; otherwise what is paired to begin with
+        std::string description;    // there
+    };
+
+    enum class ListingLanguage
+    {
+        English,
+        German,
+        Chinese,
+    };
+
+    // What the plug-and-play tool prints.
+    struct Listing
+    {
+        ListingLanguage language = ListingLanguage::English;
+        std::int32_t unrelatedDevices = 4;
+        std::int32_t durationMs = 0;
+        bool missing = false; // as if there were no such tool
+    };
+
+    struct Scenario
+    {
+        std::int32_t enumerationCompletesAtMs;
+        bool appearAfterCompletion; // whether a watcher reports what appears once its enumeration is complete
+        std::int32_t eventThreads;  // how many raise the events of one watcher
+        std::vector<Endpoint> endpoints;
+        Listing listing;
+    };
+
+    // what(): "source:line: reason"
+    class ScenarioError : public std::runtime_error
+    {
+    public:
+        using std::runtime_error::runtime_error;
+    };
+
+    // Reads the format that docs/scenario.md describes.
+    Scenario ParseScenario(std::string_view toml, std::string_view sourceName);
+
+    // Reads a TOML value for a property; empty text is no value. Throws ScenarioError, the property its source.
+    Value ParseValue(std::string_view property, std::string_view toml);
+} // namespace simulator

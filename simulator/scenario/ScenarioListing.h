@@ -1,0 +1,9 @@
+// What a scenario says of the plug-and-play tool.
+#pragma once
+
+#include "simulator/scenario/ScenarioReader.h"
+
+namespace simulator
+{
+    void ReadListing(TableReader& reader, Listing& listing);
+} // namespace simulator
