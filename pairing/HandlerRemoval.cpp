@@ -1,6 +1,6 @@
 #include "pairing/HandlerRemoval.h"
 
-#include "platform/abi/enumeration.h"
+#include "platform/abi/Enumeration.h"
 
 namespace vorlink
 {

@@ -3,7 +3,7 @@
 #include "Windows.Foundation.Collections.h"
 #include "Windows.Foundation.h"
 
-#include "platform/abi/enumeration.h"
+#include "platform/abi/Enumeration.h"
 
 namespace winrt::Windows::Devices::Enumeration
 {

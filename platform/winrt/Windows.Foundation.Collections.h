@@ -2,7 +2,7 @@
 
 #include "Windows.Foundation.h"
 
-#include "platform/abi/collections.h"
+#include "platform/abi/Collections.h"
 
 #include <concepts>
 #include <utility>

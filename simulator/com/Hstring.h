@@ -1,7 +1,7 @@
 // Texts at the boundary: HSTRING outside, UTF-8 inside.
 #pragma once
 
-#include "platform/abi/foundation.h"
+#include "platform/abi/Foundation.h"
 
 #include <string>
 #include <string_view>

@@ -1,7 +1,7 @@
 // The reference count of an object, kept apart from it so that weak references may outlive the object.
 #pragma once
 
-#include "platform/abi/foundation.h"
+#include "platform/abi/Foundation.h"
 
 #include <atomic>
 #include <cstdint>

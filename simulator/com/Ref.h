@@ -1,7 +1,7 @@
 // A counted reference to a COM object.
 #pragma once
 
-#include "platform/abi/foundation.h"
+#include "platform/abi/Foundation.h"
 
 #include <utility>
 

@@ -1,7 +1,7 @@
 // DeviceInformationCustomPairing: pairing in which the program answers the device's requests.
 #pragma once
 
-#include "platform/abi/enumeration.h"
+#include "platform/abi/Enumeration.h"
 #include "simulator/objects/EventSource.h"
 #include "simulator/com/Object.h"
 #include "simulator/objects/Snapshot.h"

@@ -1,7 +1,7 @@
 // The statics of DeviceInformation: watchers, and what the simulator leaves out.
 #pragma once
 
-#include "platform/abi/enumeration.h"
+#include "platform/abi/Enumeration.h"
 #include "simulator/com/Object.h"
 
 namespace simulator

@@ -1,7 +1,7 @@
 // DeviceInformationUpdate: which properties of an endpoint changed, and to what.
 #pragma once
 
-#include "platform/abi/enumeration.h"
+#include "platform/abi/Enumeration.h"
 #include "simulator/com/Object.h"
 #include "simulator/properties/Property.h"
 

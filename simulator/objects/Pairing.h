@@ -1,7 +1,7 @@
 // DeviceInformationPairing: whether a device is paired, and the way to change that.
 #pragma once
 
-#include "platform/abi/enumeration.h"
+#include "platform/abi/Enumeration.h"
 #include "simulator/objects/CustomPairing.h"
 #include "simulator/com/Object.h"
 #include "simulator/objects/Snapshot.h"

@@ -1,7 +1,7 @@
 // The statics of DeviceInformationPairing: inbound pairing requests, of which the simulator makes none.
 #pragma once
 
-#include "platform/abi/enumeration.h"
+#include "platform/abi/Enumeration.h"
 #include "simulator/com/Object.h"
 
 namespace simulator

@@ -1,7 +1,7 @@
 // DevicePairingResult and DeviceUnpairingResult.
 #pragma once
 
-#include "platform/abi/enumeration.h"
+#include "platform/abi/Enumeration.h"
 #include "simulator/com/Ref.h"
 
 #include <cstdint>

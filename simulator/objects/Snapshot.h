@@ -1,7 +1,7 @@
 // What a device object knows: an endpoint's identity and its properties as they were once.
 #pragma once
 
-#include "platform/abi/enumeration.h"
+#include "platform/abi/Enumeration.h"
 #include "simulator/properties/Property.h"
 
 #include <mutex>

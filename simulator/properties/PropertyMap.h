@@ -1,7 +1,7 @@
 // The map of property values that devices and updates hand out: a copy, frozen when it is made.
 #pragma once
 
-#include "platform/abi/enumeration.h"
+#include "platform/abi/Enumeration.h"
 #include "simulator/properties/Property.h"
 #include "simulator/com/Ref.h"
 

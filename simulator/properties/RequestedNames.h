@@ -1,7 +1,7 @@
 // The names of additional properties that a program asks for.
 #pragma once
 
-#include "platform/abi/collections.h"
+#include "platform/abi/Collections.h"
 
 #include <string>
 #include <vector>

@@ -1,7 +1,7 @@
 // How values read in the trace.
 #pragma once
 
-#include "platform/abi/enumeration.h"
+#include "platform/abi/Enumeration.h"
 
 #include <string>
 #include <string_view>

@@ -1,4 +1,4 @@
-#include "host/outcome.h"
+#include "host/Outcome.h"
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "host/text.h"
+#include "host/Text.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // What a device may ask of its user, kind by kind: the library offers a confirmation alone, and answers by itself.
-#include "platform/abi/enumeration.h"
+#include "platform/abi/Enumeration.h"
 #include "tests/support/endpoints.h"
 #include "tests/support/host.h"
 #include "tests/support/log_file.h"

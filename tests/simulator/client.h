@@ -1,7 +1,7 @@
 // A client at the binary interface itself, so that nothing stands between a test and the simulated platform.
 #pragma once
 
-#include "platform/abi/enumeration.h"
+#include "platform/abi/Enumeration.h"
 #include "simulator/VorlinkSimulator.h"
 
 #include <gmock/gmock.h>

@@ -1,7 +1,7 @@
 // A single-threaded apartment as a host has it: what is called into it runs on its thread, when that pumps messages.
 #pragma once
 
-#include "platform/abi/foundation.h"
+#include "platform/abi/Foundation.h"
 #include "tests/support/patience.h"
 #include "tests/support/replaced_import.h"
 

@@ -1,7 +1,7 @@
 // What every object of a platform played by a test stands on, at the binary level. It lives on the test's stack.
 #pragma once
 
-#include "platform/abi/foundation.h"
+#include "platform/abi/Foundation.h"
 
 #include <atomic>
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "pairing/Enumeration.h"
-#include "platform/abi/enumeration.h"
+#include "platform/abi/Enumeration.h"
 #include "tests/support/fake_object.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 // The values of the platform's enumerations, and the sizes of what crosses its boundary.
-#include "platform/abi/enumeration.h"
+#include "platform/abi/Enumeration.h"
 
 #include <gmock/gmock.h>
 

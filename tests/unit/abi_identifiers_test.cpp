@@ -1,5 +1,5 @@
 // The identifiers of the platform's interfaces. One wrong digit works against a stand-in and fails on Windows.
-#include "platform/abi/enumeration.h"
+#include "platform/abi/Enumeration.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // The order of the virtual functions is the platform's: calls each method against a table of functions that
 // answer with their own slot.
-#include "platform/abi/enumeration.h"
+#include "platform/abi/Enumeration.h"
 
 #include <gtest/gtest.h>
 

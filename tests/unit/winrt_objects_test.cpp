@@ -1,6 +1,6 @@
 // References, texts, errors, handlers, registrations and vectors, as the library's sources use them.
 #include "pairing/Enumeration.h"
-#include "platform/abi/enumeration.h"
+#include "platform/abi/Enumeration.h"
 #include "tests/support/endpoints.h"
 #include "tests/support/neighbourhood.h"
 #include "tests/support/trace.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/abi/foundation.h"
+#include "platform/abi/Foundation.h"
 
 namespace winrt
 {

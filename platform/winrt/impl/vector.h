@@ -5,7 +5,7 @@
 #include "lock.h"
 #include "unknown.h"
 
-#include "platform/abi/collections.h"
+#include "platform/abi/Collections.h"
 
 #include <algorithm>
 #include <cstdint>

@@ -1,17 +1,17 @@
-#include "host/command.h"
+#include "host/Command.h"
 
 #include <sstream>
 #include <string>
 
-#include "host/learning.h"
-#include "host/library.h"
-#include "host/log_records.h"
-#include "host/operation.h"
-#include "host/outcome.h"
-#include "host/phones.h"
-#include "host/progress.h"
-#include "host/terminal.h"
-#include "host/text.h"
+#include "host/Learning.h"
+#include "host/Library.h"
+#include "host/LogRecords.h"
+#include "host/Operation.h"
+#include "host/Outcome.h"
+#include "host/Phones.h"
+#include "host/Progress.h"
+#include "host/Terminal.h"
+#include "host/Text.h"
 
 namespace
 {

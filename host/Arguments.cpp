@@ -1,4 +1,4 @@
-#include "host/arguments.h"
+#include "host/Arguments.h"
 
 #include <CLI/CLI.hpp>
 
@@ -12,7 +12,7 @@
 #include <sstream>
 #include <vector>
 
-#include "host/text.h"
+#include "host/Text.h"
 
 namespace
 {

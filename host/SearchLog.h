@@ -3,8 +3,8 @@
 #include <memory>
 #include <string_view>
 
-#include "host/log_records.h"
-#include "host/private_folder.h"
+#include "host/LogRecords.h"
+#include "host/PrivateFolder.h"
 #include "interface/Vorlink.h"
 
 // The library's log during a search for phones: nothing else tells the search's end. It is on for as long as this

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "host/exit_code.h"
+#include "host/ExitCode.h"
 
 // Standard output and error, in UTF-8 whether they are a console, a file or a pipe.
 

@@ -1,4 +1,4 @@
-#include "host/learning.h"
+#include "host/Learning.h"
 
 #include <chrono>
 #include <filesystem>

@@ -1,11 +1,11 @@
 #include <exception>
 #include <variant>
 
-#include "host/arguments.h"
-#include "host/command.h"
-#include "host/failure.h"
-#include "host/last_resort.h"
-#include "host/terminal.h"
+#include "host/Arguments.h"
+#include "host/Command.h"
+#include "host/Failure.h"
+#include "host/LastResort.h"
+#include "host/Terminal.h"
 
 namespace
 {

@@ -1,4 +1,4 @@
-#include "host/operation.h"
+#include "host/Operation.h"
 
 #include <algorithm>
 #include <condition_variable>
@@ -6,7 +6,7 @@
 #include <thread>
 #include <utility>
 
-#include "host/failure.h"
+#include "host/Failure.h"
 
 namespace
 {

@@ -1,4 +1,4 @@
-#include "host/failure.h"
+#include "host/Failure.h"
 
 #include <winrt/base.h>
 
@@ -8,7 +8,7 @@
 #include <exception>
 #include <system_error>
 
-#include "host/text.h"
+#include "host/Text.h"
 
 namespace
 {

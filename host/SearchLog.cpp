@@ -1,4 +1,4 @@
-#include "host/search_log.h"
+#include "host/SearchLog.h"
 
 #include <chrono>
 #include <thread>

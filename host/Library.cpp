@@ -1,11 +1,11 @@
-#include "host/library.h"
+#include "host/Library.h"
 
 #include <windows.h>
 
 #include <filesystem>
 #include <string>
 
-#include "host/text.h"
+#include "host/Text.h"
 
 namespace
 {

@@ -1,4 +1,4 @@
-#include "host/interruption.h"
+#include "host/Interruption.h"
 
 #include <windows.h>
 

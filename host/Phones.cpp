@@ -1,8 +1,8 @@
-#include "host/phones.h"
+#include "host/Phones.h"
 
-#include "host/phone_search.h"
-#include "host/terminal.h"
-#include "host/text.h"
+#include "host/PhoneSearch.h"
+#include "host/Terminal.h"
+#include "host/Text.h"
 
 namespace
 {

@@ -1,4 +1,4 @@
-#include "host/terminal.h"
+#include "host/Terminal.h"
 
 #include <windows.h>
 

@@ -2,7 +2,7 @@
 // a Bluetooth device need. Pointers to types that nobody here touches stay untyped; their slots count.
 #pragma once
 
-#include "platform/abi/collections.h"
+#include "platform/abi/Collections.h"
 
 namespace platform
 {

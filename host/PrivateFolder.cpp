@@ -1,4 +1,4 @@
-#include "host/private_folder.h"
+#include "host/PrivateFolder.h"
 
 #include <windows.h>
 

@@ -2,10 +2,10 @@
 
 #include <optional>
 
-#include "host/arguments.h"
-#include "host/library.h"
-#include "host/outcome.h"
-#include "host/progress.h"
+#include "host/Arguments.h"
+#include "host/Library.h"
+#include "host/Outcome.h"
+#include "host/Progress.h"
 
 // Prints the name of each device that the library reports; the outcome counts them.
 Outcome ListPhones(VorlinkFactory factory, Arguments const& arguments, Progress& progress);

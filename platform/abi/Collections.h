@@ -1,7 +1,7 @@
 // Windows.Foundation.Collections at the binary level. The element types are as they cross the boundary.
 #pragma once
 
-#include "platform/abi/foundation.h"
+#include "platform/abi/Foundation.h"
 
 namespace platform
 {

@@ -3,7 +3,7 @@
 #include <chrono>
 #include <string>
 
-#include "host/operation.h"
+#include "host/Operation.h"
 
 // Says on standard error what the program is waiting for: a line that counts the seconds on a console, a
 // single line elsewhere.

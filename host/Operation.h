@@ -6,8 +6,8 @@
 #include <string>
 #include <variant>
 
-#include "host/arguments.h"
-#include "host/library.h"
+#include "host/Arguments.h"
+#include "host/Library.h"
 
 using Clock = std::chrono::steady_clock;
 

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <string>
 
-#include "host/exit_code.h"
+#include "host/ExitCode.h"
 #include "interface/Vorlink.h"
 
 struct Outcome

@@ -5,9 +5,9 @@
 #include <string>
 #include <variant>
 
-#include "host/arguments.h"
-#include "host/library.h"
-#include "host/operation.h"
+#include "host/Arguments.h"
+#include "host/Library.h"
+#include "host/Operation.h"
 
 enum class SearchEnd
 {

@@ -1,11 +1,11 @@
-#include "host/outcome.h"
+#include "host/Outcome.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdio>
 #include <string_view>
 
-#include "host/text.h"
+#include "host/Text.h"
 
 namespace
 {

@@ -1,4 +1,4 @@
-#include "host/phone_search.h"
+#include "host/PhoneSearch.h"
 
 #include <condition_variable>
 #include <future>
@@ -7,10 +7,10 @@
 #include <utility>
 #include <vector>
 
-#include "host/failure.h"
-#include "host/interruption.h"
-#include "host/search_log.h"
-#include "host/text.h"
+#include "host/Failure.h"
+#include "host/Interruption.h"
+#include "host/SearchLog.h"
+#include "host/Text.h"
 
 namespace
 {

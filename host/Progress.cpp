@@ -1,7 +1,7 @@
-#include "host/progress.h"
+#include "host/Progress.h"
 
-#include "host/terminal.h"
-#include "host/text.h"
+#include "host/Terminal.h"
+#include "host/Text.h"
 
 Progress::Progress(Command command, std::string const& name)
     : console{ErrorIsConsole()}

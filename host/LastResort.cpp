@@ -1,4 +1,4 @@
-#include "host/last_resort.h"
+#include "host/LastResort.h"
 
 #include <windows.h>
 
@@ -6,7 +6,7 @@
 #include <csignal>
 #include <cstdio>
 
-#include "host/terminal.h"
+#include "host/Terminal.h"
 
 namespace
 {

@@ -4,7 +4,7 @@
 #include <string>
 #include <variant>
 
-#include "host/exit_code.h"
+#include "host/ExitCode.h"
 
 enum class Command
 {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "host/arguments.h"
-#include "host/exit_code.h"
+#include "host/Arguments.h"
+#include "host/ExitCode.h"
 
 // Lists, pairs or unpairs, and prints the outcome and, if asked for, the log's new records.
 ExitCode RunCommand(Arguments const& arguments);

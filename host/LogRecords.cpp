@@ -1,4 +1,4 @@
-#include "host/log_records.h"
+#include "host/LogRecords.h"
 
 #include <fstream>
 #include <iterator>
