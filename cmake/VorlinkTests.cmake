@@ -28,7 +28,7 @@ endif()
 # says, one unless set, and get the label `stress`. SIMULATOR: the process meets the simulated platform.
 function(vorlink_add_test name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "SIMULATOR" "" "SOURCES;LIBRARIES")
-  add_executable(${name} ${arg_SOURCES} ${PROJECT_SOURCE_DIR}/tests/support/main.cpp)
+  add_executable(${name} ${arg_SOURCES} ${PROJECT_SOURCE_DIR}/tests/support/Main.cpp)
   target_link_libraries(${name} PRIVATE vorlink_warnings ${arg_LIBRARIES} GTest::gmock)
   vorlink_build_quickly(${name})
   if(arg_SIMULATOR)

@@ -1,0 +1,54 @@
+// What vorlinkctl says when the library or the platform is not what it needs.
+#include <gmock/gmock.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "tests/host/ChildProcess.h"
+#include "tests/host/Neighbourhood.h"
+
+using testing::HasSubstr;
+
+namespace
+{
+    // A copy of the program without its neighbours.
+    std::filesystem::path LonelyProgram()
+    {
+        std::filesystem::create_directory("lonely");
+        std::filesystem::copy_file(BinFolder() / "vorlinkctl.exe", "lonely/vorlinkctl.exe");
+        return std::filesystem::absolute("lonely/vorlinkctl.exe");
+    }
+} // namespace
+
+TEST(Failure, AMissingLibraryIsNamed)
+{
+    auto const result = RunChild(LonelyProgram(), {"pair", "Kitchen Speaker"});
+    EXPECT_EQ(result.exitCode, 1u);
+    EXPECT_THAT(result.error, HasSubstr("There is no vorlink.dll in "));
+}
+
+TEST(Failure, AFileThatIsNoLibraryIsNamed)
+{
+    auto const program = LonelyProgram();
+    std::ofstream{"lonely/vorlink.dll"} << "no library";
+    auto const result = RunChild(program, {"pair", "Kitchen Speaker"});
+    EXPECT_EQ(result.exitCode, 1u);
+    EXPECT_THAT(result.error, HasSubstr("vorlink.dll does not load (Windows error 193)"));
+}
+
+TEST(Failure, ALibraryWithoutTheExportIsNamed)
+{
+    auto const program = LonelyProgram();
+    std::filesystem::copy_file(BinFolder() / "vorlink_simulator.dll", "lonely/vorlink.dll");
+    auto const result = RunChild(program, {"pair", "Kitchen Speaker"});
+    EXPECT_EQ(result.exitCode, 1u);
+    EXPECT_THAT(result.error, HasSubstr("vorlink.dll does not export getVorlinkPtr"));
+}
+
+TEST(Failure, AFailingPlatformIsReportedWithItsCode)
+{
+    UseScenario("[[device]]\naddress = 12\n"); // of which the platform can make no watcher
+    auto const result = RunVorlinkctl({"pair", "Kitchen Speaker"});
+    EXPECT_EQ(result.exitCode, 1u);
+    EXPECT_THAT(result.output, HasSubstr("The platform failed: 0x80070057"));
+}

@@ -1,0 +1,64 @@
+// vorlinkctl pair waits for what the library learns of the device, so that unpair knows it.
+#include <gmock/gmock.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+
+#include "tests/host/ChildProcess.h"
+#include "tests/host/Neighbourhood.h"
+
+using testing::HasSubstr;
+using testing::Not;
+
+namespace
+{
+    constexpr char tag[] = R"(
+[[device]]
+name = "Tag"
+address = "c1:d2:e3:f4:a5:b6"
+protocols = ["classic", "le"]
+[device.le]
+is-paired = true
+)";
+
+    std::string Store()
+    {
+        std::ifstream file("MyLEData", std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+} // namespace
+
+// Under load the listing may come too late for the library, which then learns nothing: the pairing is repeated.
+TEST(SlowLearn, LeavesTheEntryAndNoListing)
+{
+    UseScenario(tag);
+    ChildResult result{};
+    for (int attempt = 0; attempt < 4 && Store().empty(); ++attempt)
+    {
+        result = RunVorlinkctl({"pair", "Tag"});
+        EXPECT_EQ(result.exitCode, 0u);
+    }
+    EXPECT_EQ(Store(), "Tag=C1D2E3F4A5B6\n");
+    EXPECT_FALSE(std::filesystem::exists("ble.jpg"));
+    EXPECT_EQ(result.output, "Paired \"Tag\" (c1:d2:e3:f4:a5:b6).\n") << "without the listing's echo";
+    EXPECT_THAT(result.error, HasSubstr("Learning the device's LE side"));
+}
+
+TEST(Learn, IsLeftOutWhenAskedTo)
+{
+    UseScenario(tag);
+    auto const result = RunVorlinkctl({"pair", "Tag", "--no-learn"});
+    EXPECT_EQ(result.exitCode, 0u);
+    EXPECT_THAT(result.error, Not(HasSubstr("Learning")));
+    EXPECT_FALSE(std::filesystem::exists("MyLEData"));
+}
+
+TEST(Learn, ComesAfterAPairingAlone)
+{
+    UseScenario("[[device]]\nname = 'Tag'\naddress = 'c1:d2:e3:f4:a5:b6'\nis-paired = true\n");
+    auto const result = RunVorlinkctl({"pair", "Tag"});
+    EXPECT_EQ(result.exitCode, 4u);
+    EXPECT_THAT(result.error, Not(HasSubstr("Learning")));
+}

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+#include <vector>
+
+#include "tests/host/ChildProcess.h"
+
+// A vorlinkctl that runs while the test looks on, with a pipe for its standard output and a console without a window.
+class LiveVorlinkctl
+{
+public:
+    explicit LiveVorlinkctl(std::vector<std::string> const& arguments);
+    ~LiveVorlinkctl();
+    LiveVorlinkctl(LiveVorlinkctl const&) = delete;
+    LiveVorlinkctl& operator=(LiveVorlinkctl const&) = delete;
+
+    // Waits for the line, or for the program's end. The line feed is not part of it.
+    std::string ReadLine();
+
+    bool Runs() const;
+
+    void PressCtrlC() const;
+
+    // Waits for the end. The output is what has not been read; errors go nowhere.
+    ChildResult Finish();
+
+private:
+    HANDLE output = nullptr;
+    PROCESS_INFORMATION process{};
+};

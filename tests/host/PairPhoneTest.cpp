@@ -1,0 +1,173 @@
+// vorlinkctl pair-phone, from outside: what it prints and the code that it ends with, for each outcome.
+#include <gmock/gmock.h>
+
+#include <windows.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+
+#include "tests/host/ChildProcess.h"
+#include "tests/host/Folders.h"
+#include "tests/host/LiveVorlinkctl.h"
+#include "tests/host/Neighbourhood.h"
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using testing::StartsWith;
+
+namespace
+{
+    std::string Phone(std::string const& rest = "")
+    {
+        return "[[device]]\nname = 'My Own Mobile Phone'\naddress = 'c4:00:00:00:00:01'\n" + rest;
+    }
+
+    constexpr char paired[] = "Paired \"My Own Mobile Phone\" (c4:00:00:00:00:01).\n";
+    constexpr char endless[] = "enumeration-completes-ms = 'never'\n";
+} // namespace
+
+TEST(PairPhone, PairsThePhoneAsSoonAsItAppears)
+{
+    UseScenario(endless + Phone("appears-ms = 300\n"));
+    auto const temp = UseOwnTempFolder();
+    auto const result = RunVorlinkctl({"pair-phone", "My Own Mobile Phone", "--no-learn", "--timeout", "20"});
+    EXPECT_EQ(result.exitCode, 0u);
+    EXPECT_EQ(result.output, paired) << "before the search is over";
+    EXPECT_EQ(result.error, "Looking for \"My Own Mobile Phone\" and pairing it ...\n");
+    EXPECT_THAT(NamesIn("."), ElementsAre("scenario.toml", "stderr.txt", "stdout.txt", "temp"));
+    EXPECT_THAT(NamesIn(temp), IsEmpty());
+}
+
+TEST(PairPhone, TakesNamesOutsideAscii)
+{
+    UseScenario("[[device]]\nname = 'Zoë 📱'\naddress = 'c4:00:00:00:00:02'\n");
+    auto const result = RunVorlinkctl({"pair-phone", "Zoë 📱", "--no-learn"});
+    EXPECT_EQ(result.output, "Paired \"Zoë 📱\" (c4:00:00:00:00:02).\n");
+}
+
+TEST(PairPhone, PairsTheFirstOfTwoOfOneName)
+{
+    UseScenario(Phone("appears-ms = 200\n") +
+                "[[device]]\nname = 'My Own Mobile Phone'\naddress = 'c4:00:00:00:00:02'\n");
+    auto const result = RunVorlinkctl({"pair-phone", "My Own Mobile Phone", "--no-learn"});
+    EXPECT_THAT(result.output, HasSubstr("(c4:00:00:00:00:02)"));
+}
+
+TEST(PairPhone, AnotherNameIsNotFound)
+{
+    UseScenario(Phone());
+    for (auto const* const name :
+         {"my own mobile phone", "My Own Mobile Phone ", "Own Mobile Phone", "My Own Mobile Phone 2"})
+    {
+        auto const result = RunVorlinkctl({"pair-phone", name});
+        EXPECT_EQ(result.exitCode, 3u) << name;
+        EXPECT_THAT(result.output, StartsWith("Not found: no Bluetooth device named \"" + std::string{name} + "\"."));
+        EXPECT_THAT(result.output, HasSubstr("write its name exactly"));
+    }
+}
+
+TEST(PairPhone, APhoneThatIsPairedAlreadyIsRefused)
+{
+    UseScenario(Phone("is-paired = true\n"));
+    auto const result = RunVorlinkctl({"pair-phone", "My Own Mobile Phone"});
+    EXPECT_EQ(result.exitCode, 4u);
+    EXPECT_THAT(result.output, StartsWith("Not paired: found \"My Own Mobile Phone\" (c4:00:00:00:00:01)"));
+}
+
+TEST(PairPhone, ANameThatArrivesLateIsPairedWhenTheSearchIsOver)
+{
+    UseScenario(R"(
+[[device]]
+name = ""
+address = "c4:00:00:00:00:03"
+[[device.change]]
+at-ms = 100
+property = "System.ItemNameDisplay"
+value = "Late"
+)");
+    auto const result = RunVorlinkctl({"pair-phone", "Late", "--no-learn"});
+    EXPECT_EQ(result.exitCode, 0u);
+    EXPECT_EQ(result.output, "Paired \"Late\" (c4:00:00:00:00:03).\n");
+}
+
+TEST(PairPhone, ASearchBeyondTheTimeLimitIsNoAnswer)
+{
+    UseScenario(endless);
+    auto const result = RunVorlinkctl({"pair-phone", "Nobody", "--timeout", "1"});
+    EXPECT_EQ(result.exitCode, 5u);
+    EXPECT_THAT(result.output, HasSubstr("No answer: the search for \"Nobody\" did not end within 1 s."));
+}
+
+TEST(PairPhone, APairingBeyondTheTimeLimitIsNoAnswer)
+{
+    UseScenario(Phone("[device.pairing]\nduration-ms = 'never'\n"));
+    auto const result = RunVorlinkctl({"pair-phone", "My Own Mobile Phone", "--timeout", "3"});
+    EXPECT_EQ(result.exitCode, 5u);
+    EXPECT_THAT(result.output, HasSubstr("the pairing of \"My Own Mobile Phone\" did not end within 3 s."));
+}
+
+TEST(PairPhone, TheTimeLimitCountsFromTheBeginningOfTheSearch)
+{
+    UseScenario(endless + Phone("appears-ms = 1000\n[device.pairing]\nduration-ms = 1500\n"));
+    EXPECT_EQ(RunVorlinkctl({"pair-phone", "My Own Mobile Phone", "--timeout", "2"}).exitCode, 5u);
+}
+
+TEST(PairPhone, CtrlCEndsTheSearch)
+{
+    UseScenario(endless + Phone());
+    LiveVorlinkctl vorlinkctl{{"pair-phone", "Somebody", "--log"}};
+    while (!std::filesystem::exists("log.log") && vorlinkctl.Runs()) // "My Own Mobile Phone" has been seen
+    {
+        Sleep(5);
+    }
+    vorlinkctl.PressCtrlC();
+    auto const result = vorlinkctl.Finish();
+    EXPECT_EQ(result.exitCode, 5u);
+    EXPECT_THAT(result.output, StartsWith("Interrupted: \"Somebody\" was not paired.\n"));
+}
+
+TEST(PairPhone, AFailingPlatformIsReportedWithItsCode)
+{
+    UseScenario("[[device]]\naddress = 12\n"); // of which the platform can make no watcher
+    auto const result = RunVorlinkctl({"pair-phone", "Nobody"});
+    EXPECT_EQ(result.exitCode, 1u);
+    EXPECT_THAT(result.output, StartsWith("The platform failed: 0x80070057"));
+}
+
+TEST(PairPhone, ShowsTheLogOfSearchAndPairing)
+{
+    UseScenario(Phone());
+    auto const result = RunVorlinkctl({"pair-phone", "My Own Mobile Phone", "--no-learn", "--log"});
+    EXPECT_THAT(result.output, StartsWith(paired));
+    EXPECT_THAT(result.output, HasSubstr("OnDeviceAdded    name = My Own Mobile Phone \n"));
+    EXPECT_THAT(result.output, HasSubstr("DevicePairingResultStatus::Paired\n"));
+}
+
+// Under load the listing may come too late for the library, which then learns nothing: the pairing is repeated.
+TEST(SlowPairPhone, LearnsInTheUsersFolder)
+{
+    UseScenario(Phone("protocols = ['classic', 'le']\n[device.le]\nis-paired = true\n"));
+    ChildResult result{};
+    std::string store;
+    for (int attempt = 0; attempt < 4 && store.empty(); ++attempt)
+    {
+        result = RunVorlinkctl({"pair-phone", "My Own Mobile Phone"});
+        EXPECT_EQ(result.exitCode, 0u);
+        std::ifstream file("MyLEData", std::ios::binary);
+        store.assign(std::istreambuf_iterator<char>(file), {});
+    }
+    EXPECT_EQ(store, "My Own Mobile Phone=C40000000001\n");
+    EXPECT_FALSE(std::filesystem::exists("ble.jpg"));
+    EXPECT_THAT(result.error, HasSubstr("Learning the device's LE side"));
+}
+
+TEST(PairPhone, LearnsNothingOfWhatIsNotPaired)
+{
+    UseScenario(Phone("is-paired = true\n"));
+    EXPECT_THAT(RunVorlinkctl({"pair-phone", "My Own Mobile Phone"}).error, Not(HasSubstr("Learning")));
+    EXPECT_FALSE(std::filesystem::exists("MyLEData"));
+}

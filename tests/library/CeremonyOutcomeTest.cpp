@@ -1,0 +1,141 @@
+// The ceremony's outcomes: what the host hears, what the log says.
+#include "tests/support/Host.h"
+#include "tests/support/KeptLog.h"
+#include "tests/support/LogFile.h"
+#include "tests/support/Neighbourhood.h"
+#include "tests/support/Trace.h"
+
+#include <gmock/gmock.h>
+
+using namespace test;
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+namespace
+{
+    constexpr char ceremony[] = "SubVorlink::PairingDevice";
+    constexpr char address[] = "a4:c1:38:5e:22:0f";
+
+    void PairWithStatus(int status)
+    {
+        Load(prompt +
+             Device("Headset", address, "[device.pairing]\nduration-ms = 0\nstatus = " + std::to_string(status)));
+        auto const vorlink = MakeVorlink();
+        vorlink->SetLogEnabled(true);
+        vorlink->PairedDevice("Headset", Host::Callback);
+    }
+
+    struct Outcome
+    {
+        int status;
+        char const* name;
+        int line;
+    };
+
+    void PrintTo(Outcome const& outcome, std::ostream* stream)
+    {
+        *stream << outcome.name;
+    }
+
+    class CeremonyOutcome : public testing::TestWithParam<Outcome>
+    {
+    };
+} // namespace
+
+TEST_P(CeremonyOutcome, IsReportedAndRecorded)
+{
+    auto const& outcome = GetParam();
+    PairWithStatus(outcome.status);
+    ASSERT_EQ(Host::Count(), 1u);
+    auto const report = Host::At(0);
+    bool const paired = outcome.status == 0;
+    EXPECT_EQ(report.address, 0xa4c1385e220fu);
+    EXPECT_EQ(report.paired, paired ? 1 : 0);
+    EXPECT_EQ(Text(report.name), "Headset");
+    EXPECT_EQ(Text(report.addressText), paired ? "" : "a4c1385e220f");
+    std::string const message = std::string("DevicePairingResultStatus::") + outcome.name;
+    if (outcome.status == 3)
+    {
+        EXPECT_THAT(LogOf(ceremony), ElementsAre(Record(818, ceremony, "181149781336591     paired success\n"),
+                                                 Record(825, ceremony, message)));
+    }
+    else
+    {
+        EXPECT_THAT(LogOf(ceremony), ElementsAre(Record(outcome.line, ceremony, message)));
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, CeremonyOutcome,
+    testing::Values(Outcome{0, "Paired", 796}, Outcome{1, "NotReadyToPair", 956}, Outcome{2, "NotPaired", 942},
+                    Outcome{3, "AlreadyPaired", 825}, Outcome{4, "ConnectionRejected", 877},
+                    Outcome{5, "TooManyConnections", 1036}, Outcome{6, "HardwareFailure", 903},
+                    Outcome{7, "AuthenticationTimeout", 864}, Outcome{8, "AuthenticationNotAllowed", 851},
+                    Outcome{9, "AuthenticationFailure", 838}, Outcome{10, "NoSupportedProfiles", 929},
+                    Outcome{11, "ProtectionLevelCouldNotBeMet", 983}, Outcome{12, "AccessDenied", 810},
+                    Outcome{13, "InvalidCeremonyData", 916}, Outcome{14, "PairingCanceled", 969},
+                    Outcome{16, "RequiredHandlerNotRegistered", 1023}, Outcome{17, "RejectedByHandler", 996},
+                    Outcome{18, "RemoteDeviceHasAssociation", 1010}, Outcome{19, "Failed", 890}),
+    [](auto const& test) { return std::string(test.param.name); });
+
+TEST(CeremonyOutcome, OperationAlreadyInProgressIsNeitherReportedNorRecorded)
+{
+    PairWithStatus(15);
+    EXPECT_EQ(Host::Count(), 0u);
+    EXPECT_THAT(LogOf(ceremony), IsEmpty());
+    EXPECT_THAT(Trace(),
+                Contains("DevicePairingResult.get_Status(" + ClassicId(address) + ") -> OperationAlreadyInProgress"));
+}
+
+TEST(CeremonyOutcome, StatusAboveTheKnownOnesIsNeitherReportedNorRecorded)
+{
+    PairWithStatus(20);
+    EXPECT_EQ(Host::Count(), 0u);
+    EXPECT_THAT(LogOf(ceremony), IsEmpty());
+}
+
+TEST(CeremonyOutcome, NegativeStatusIsNeitherReportedNorRecorded)
+{
+    PairWithStatus(-1);
+    EXPECT_EQ(Host::Count(), 0u);
+    EXPECT_THAT(LogOf(ceremony), IsEmpty());
+}
+
+TEST(CeremonyOutcome, AlreadyPairedDeviceIsSentToThePlatformAllTheSame)
+{
+    Load(prompt + Device("Headset", address, "is-paired = true\n[device.pairing]\nduration-ms = 0"));
+    auto const vorlink = MakeVorlink();
+    vorlink->SetLogEnabled(true);
+    vorlink->PairedDevice("Headset", Host::Callback);
+    ASSERT_TRUE(Host::WaitFor(1));
+    EXPECT_EQ(Host::At(0).paired, 0);
+    EXPECT_EQ(Text(Host::At(0).name), "Headset");
+    EXPECT_EQ(Text(Host::At(0).addressText), "a4c1385e220f");
+    ASSERT_TRUE(SimulatorWaitIdle(20'000));
+    EXPECT_THAT(LogOf(ceremony), ElementsAre(Record(818, ceremony, "181149781336591     paired success\n"),
+                                             Record(825, ceremony, "DevicePairingResultStatus::AlreadyPaired")));
+}
+
+TEST(CeremonyOutcome, ReportComesBeforeTheStatusRecord)
+{
+    Load(prompt + Device("Headset", address, "[device.pairing]\nduration-ms = 0"));
+    auto const vorlink = MakeVorlink();
+    vorlink->SetLogEnabled(true);
+    vorlink->PairedDevice("Headset", KeepLogThenReport);
+    ASSERT_EQ(Host::Count(), 1u);
+    EXPECT_THAT(LogOf(ceremony, logAtReport), IsEmpty());
+    EXPECT_THAT(LogOf(ceremony), SizeIs(1));
+}
+
+TEST(CeremonyOutcome, PairedSuccessRecordOfAlreadyPairedComesBeforeTheReport)
+{
+    Load(prompt + Device("Headset", address, "[device.pairing]\nduration-ms = 0\nstatus = 'AlreadyPaired'"));
+    auto const vorlink = MakeVorlink();
+    vorlink->SetLogEnabled(true);
+    vorlink->PairedDevice("Headset", KeepLogThenReport);
+    ASSERT_EQ(Host::Count(), 1u);
+    EXPECT_THAT(LogOf(ceremony, logAtReport), SizeIs(1));
+    EXPECT_THAT(LogOf(ceremony), SizeIs(2));
+}

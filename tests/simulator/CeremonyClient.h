@@ -1,0 +1,100 @@
+// A program that pairs: asks, answers the request, waits for the outcome.
+#pragma once
+
+#include "tests/simulator/Client.h"
+
+#include <windows.h>
+
+#include <mutex>
+
+namespace client
+{
+    constexpr auto anyKind = static_cast<DevicePairingKinds>(63);
+
+    class Pairer
+    {
+    public:
+        using Answer = std::function<void(IDevicePairingRequestedEventArgs*)>;
+
+        explicit Pairer(std::string const& id, Answer answer = Accept)
+            : device(FindDevice(id))
+            , custom(CustomOf(device))
+            , answer_(std::move(answer))
+        {
+            EventRegistrationToken token{};
+            custom->add_PairingRequested(
+                On<PairingRequestedHandler>([this](auto*, IDevicePairingRequestedEventArgs* request) {
+                    ++requests;
+                    thread = GetCurrentThreadId();
+                    answer_(request);
+                    return S_OK;
+                }).Get(),
+                &token);
+        }
+
+        static void Accept(IDevicePairingRequestedEventArgs* request)
+        {
+            EXPECT_EQ(request->Accept(), S_OK);
+        }
+
+        Com<PairingOperation> Begin(DevicePairingKinds kinds = anyKind,
+                                    DevicePairingProtectionLevel level = DevicePairingProtectionLevel::Default)
+        {
+            Com<PairingOperation> operation;
+            EXPECT_EQ(custom->PairWithProtectionLevelAsync(kinds, level, operation.Put()), S_OK);
+            return operation;
+        }
+
+        // The status that the pairing ends with.
+        int Pair(DevicePairingKinds kinds = anyKind,
+                 DevicePairingProtectionLevel level = DevicePairingProtectionLevel::Default)
+        {
+            return Outcome(Begin(kinds, level));
+        }
+
+        static int Outcome(Com<PairingOperation> const& operation)
+        {
+            EXPECT_EQ(SimulatorWaitIdle(patience), 1) << Trace();
+            EXPECT_EQ(StatusOf(operation), AsyncStatus::Completed);
+            Com<IDevicePairingResult> result;
+            EXPECT_EQ(operation->GetResults(result.Put()), S_OK);
+            if (!result)
+            {
+                return -1;
+            }
+            DevicePairingResultStatus status{};
+            EXPECT_EQ(result->get_Status(&status), S_OK);
+            return static_cast<int>(status);
+        }
+
+        Com<IDeviceInformation> device;
+        Com<IDeviceInformationCustomPairing> custom;
+        std::atomic<int> requests{0};
+        std::atomic<DWORD> thread{0};
+
+    private:
+        Answer answer_;
+    };
+
+    inline int UnpairOutcome(Com<UnpairingOperation> const& operation)
+    {
+        EXPECT_EQ(SimulatorWaitIdle(patience), 1) << Trace();
+        EXPECT_EQ(StatusOf(operation), AsyncStatus::Completed);
+        Com<IDeviceUnpairingResult> result;
+        EXPECT_EQ(operation->GetResults(result.Put()), S_OK);
+        if (!result)
+        {
+            return -1;
+        }
+        DeviceUnpairingResultStatus status{};
+        EXPECT_EQ(result->get_Status(&status), S_OK);
+        return static_cast<int>(status);
+    }
+
+    inline Com<UnpairingOperation> BeginUnpair(Com<IDeviceInformation> const& device)
+    {
+        Com<UnpairingOperation> operation;
+        EXPECT_EQ(PairingOf(device).As<IDeviceInformationPairing2>()->UnpairAsync(operation.Put()), S_OK);
+        return operation;
+    }
+} // namespace client

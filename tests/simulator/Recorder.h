@@ -1,0 +1,85 @@
+// Hears every event of a watcher and writes down what it heard.
+#pragma once
+
+#include "tests/simulator/Client.h"
+
+#include <windows.h>
+
+#include <mutex>
+
+namespace client
+{
+    class Recorder
+    {
+    public:
+        explicit Recorder(Com<IDeviceWatcher> const& watcher)
+        {
+            EventRegistrationToken token{};
+            watcher->add_Added(On<AddedHandler>([this](IDeviceWatcher*, IDeviceInformation* device) {
+                                   return Write("Added " + IdOf(device));
+                               }).Get(),
+                               &token);
+            watcher->add_Updated(On<UpdateHandler>([this](IDeviceWatcher*, IDeviceInformationUpdate* update) {
+                                     std::string keys;
+                                     for (auto const& key : KeysOf(update))
+                                     {
+                                         keys += " " + key;
+                                     }
+                                     return Write("Updated " + IdOf(update) + keys);
+                                 }).Get(),
+                                 &token);
+            watcher->add_Removed(On<UpdateHandler>([this](IDeviceWatcher*, IDeviceInformationUpdate* update) {
+                                     return Write("Removed " + IdOf(update));
+                                 }).Get(),
+                                 &token);
+            watcher->add_EnumerationCompleted(
+                On<WatcherHandler>([this](IDeviceWatcher* sender, ::IInspectable* nothing) {
+                    return WriteStatus("EnumerationCompleted", sender, nothing);
+                }).Get(),
+                &token);
+            watcher->add_Stopped(On<WatcherHandler>([this](IDeviceWatcher* sender, ::IInspectable* nothing) {
+                                     return WriteStatus("Stopped", sender, nothing);
+                                 }).Get(),
+                                 &token);
+        }
+
+        // Since the last time.
+        std::vector<std::string> Heard()
+        {
+            EXPECT_EQ(SimulatorWaitIdle(patience), 1) << Trace();
+            return HeardSoFar();
+        }
+
+        // The same, whatever is still on its way.
+        std::vector<std::string> HeardSoFar()
+        {
+            std::lock_guard const lock(mutex_);
+            return std::exchange(heard_, {});
+        }
+
+        std::vector<DWORD> Threads()
+        {
+            std::lock_guard const lock(mutex_);
+            return threads_;
+        }
+
+    private:
+        HRESULT Write(std::string line)
+        {
+            std::lock_guard const lock(mutex_);
+            heard_.push_back(std::move(line));
+            threads_.push_back(GetCurrentThreadId());
+            return S_OK;
+        }
+
+        HRESULT WriteStatus(std::string const& event, IDeviceWatcher* sender, ::IInspectable* nothing)
+        {
+            auto const status = static_cast<int>(StatusOf(Com<IDeviceWatcher>(sender)));
+            return Write(event + " in status " + std::to_string(status) + (nothing ? " with an argument" : ""));
+        }
+
+        std::mutex mutex_;
+        std::vector<std::string> heard_;
+        std::vector<DWORD> threads_;
+    };
+} // namespace client

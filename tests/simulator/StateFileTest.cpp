@@ -1,0 +1,107 @@
+// The file by which the pairing state outlives a process. A reset is read as the next process's beginning.
+#include "tests/simulator/CeremonyClient.h"
+
+#include <windows.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+using namespace client;
+
+namespace
+{
+    constexpr char state[] = "state.txt";
+
+    std::string QuickRoom()
+    {
+        std::string const unpairing = "[device.unpairing]\nduration-ms = 0\n";
+        return Room("[device.pairing]\nduration-ms = 0\n" + unpairing, unpairing);
+    }
+
+    std::string Read()
+    {
+        std::ifstream file(state, std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+
+    void Write(std::string const& text)
+    {
+        std::ofstream(state, std::ios::binary) << text;
+    }
+
+    class StateFileTest : public SimulatorTest
+    {
+    protected:
+        void SetUp() override
+        {
+            SimulatorTest::SetUp();
+            auto const path = std::filesystem::current_path() / state;
+            SetEnvironmentVariableW(L"VORLINK_SIMULATOR_STATE", path.c_str());
+            std::ofstream("scenario.toml", std::ios::binary) << QuickRoom();
+            auto const scenario = std::filesystem::current_path() / "scenario.toml";
+            SetEnvironmentVariableW(L"VORLINK_SCENARIO", scenario.c_str());
+            SimulatorReset();
+        }
+    };
+} // namespace
+
+TEST_F(StateFileTest, IsNotMadeBeforeSomethingChanges)
+{
+    EXPECT_FALSE(IsPaired(FindDevice(speaker)));
+    EXPECT_FALSE(std::filesystem::exists(state));
+}
+
+TEST_F(StateFileTest, HoldsEveryEndpointAfterAPairing)
+{
+    EXPECT_EQ(Pairer(speaker).Pair(), 0);
+    EXPECT_EQ(Read(), std::string("paired ") + speaker + "\nunpaired " + lamp + "\npaired " + mouse + "\n");
+}
+
+TEST_F(StateFileTest, IsReadAtTheBeginning)
+{
+    EXPECT_EQ(Pairer(speaker).Pair(), 0);
+    EXPECT_EQ(UnpairOutcome(BeginUnpair(FindDevice(mouse))), 0);
+    SimulatorReset();
+    EXPECT_TRUE(IsPaired(FindDevice(speaker)));
+    EXPECT_FALSE(IsPaired(FindDevice(mouse)));
+}
+
+TEST_F(StateFileTest, FollowsThreeRoundsOfPairingAndUnpairing)
+{
+    for (int round = 0; round < 3; ++round)
+    {
+        EXPECT_EQ(Pairer(speaker).Pair(), 0);
+        SimulatorReset();
+        EXPECT_EQ(Pairer(speaker).Pair(), 3) << "already paired";
+        EXPECT_EQ(UnpairOutcome(BeginUnpair(FindDevice(speaker))), 0);
+        SimulatorReset();
+        EXPECT_EQ(UnpairOutcome(BeginUnpair(FindDevice(speaker))), 1) << "already unpaired";
+    }
+}
+
+TEST_F(StateFileTest, DoesNotHoldForAScenarioThatAProgramPasses)
+{
+    Write(std::string("paired ") + speaker + "\n");
+    Play(QuickRoom());
+    EXPECT_FALSE(IsPaired(FindDevice(speaker)));
+}
+
+TEST_F(StateFileTest, NamesItsFaultAndIsIgnoredThen)
+{
+    Write(std::string("paired ") + speaker + "\nnonsense\n");
+    testing::internal::CaptureStderr();
+    SimulatorReset();
+    EXPECT_THAT(testing::internal::GetCapturedStderr(),
+                testing::HasSubstr("state.txt:2: 'paired' or 'unpaired' and an identifier are expected"));
+    EXPECT_FALSE(IsPaired(FindDevice(speaker)));
+    EXPECT_TRUE(IsPaired(FindDevice(mouse))) << "the scenario itself stands";
+}
+
+TEST_F(StateFileTest, ThatCannotBeWrittenIsTold)
+{
+    std::filesystem::create_directory(state);
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(Pairer(speaker).Pair(), 0);
+    EXPECT_THAT(testing::internal::GetCapturedStderr(), testing::HasSubstr("VORLINK_SIMULATOR_STATE"));
+}
