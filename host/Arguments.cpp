@@ -1,9 +1,10 @@
 #include "host/Arguments.h"
 
+#include "host/Text.h"
+
 #include <CLI/CLI.hpp>
 
 #include <windows.h>
-
 #include <shellapi.h>
 
 #include <array>
@@ -11,8 +12,6 @@
 #include <memory>
 #include <sstream>
 #include <vector>
-
-#include "host/Text.h"
 
 namespace
 {

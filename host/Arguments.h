@@ -1,10 +1,10 @@
 #pragma once
 
+#include "host/ExitCode.h"
+
 #include <chrono>
 #include <string>
 #include <variant>
-
-#include "host/ExitCode.h"
 
 enum class Command
 {

@@ -1,8 +1,5 @@
 #include "host/Command.h"
 
-#include <sstream>
-#include <string>
-
 #include "host/Learning.h"
 #include "host/Library.h"
 #include "host/LogRecords.h"
@@ -12,6 +9,9 @@
 #include "host/Progress.h"
 #include "host/Terminal.h"
 #include "host/Text.h"
+
+#include <sstream>
+#include <string>
 
 namespace
 {

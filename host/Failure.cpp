@@ -1,5 +1,7 @@
 #include "host/Failure.h"
 
+#include "host/Text.h"
+
 #include <winrt/base.h>
 
 #include <array>
@@ -7,8 +9,6 @@
 #include <cstdio>
 #include <exception>
 #include <system_error>
-
-#include "host/Text.h"
 
 namespace
 {

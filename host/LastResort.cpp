@@ -1,12 +1,12 @@
 #include "host/LastResort.h"
 
+#include "host/Terminal.h"
+
 #include <windows.h>
 
 #include <array>
 #include <csignal>
 #include <cstdio>
-
-#include "host/Terminal.h"
 
 namespace
 {

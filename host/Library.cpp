@@ -1,11 +1,11 @@
 #include "host/Library.h"
 
+#include "host/Text.h"
+
 #include <windows.h>
 
 #include <filesystem>
 #include <string>
-
-#include "host/Text.h"
 
 namespace
 {

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <stdexcept>
-
 #include "interface/Vorlink.h"
+
+#include <stdexcept>
 
 using VorlinkFactory = decltype(&getVorlinkPtr);
 

@@ -1,11 +1,11 @@
-#include <exception>
-#include <variant>
-
 #include "host/Arguments.h"
 #include "host/Command.h"
 #include "host/Failure.h"
 #include "host/LastResort.h"
 #include "host/Terminal.h"
+
+#include <exception>
+#include <variant>
 
 namespace
 {

@@ -1,12 +1,12 @@
 #include "host/Operation.h"
 
+#include "host/Failure.h"
+
 #include <algorithm>
 #include <condition_variable>
 #include <mutex>
 #include <thread>
 #include <utility>
-
-#include "host/Failure.h"
 
 namespace
 {

@@ -1,13 +1,13 @@
 #pragma once
 
+#include "host/Arguments.h"
+#include "host/Library.h"
+
 #include <chrono>
 #include <functional>
 #include <optional>
 #include <string>
 #include <variant>
-
-#include "host/Arguments.h"
-#include "host/Library.h"
 
 using Clock = std::chrono::steady_clock;
 

@@ -1,11 +1,11 @@
 #include "host/Outcome.h"
 
+#include "host/Text.h"
+
 #include <algorithm>
 #include <array>
 #include <cstdio>
 #include <string_view>
-
-#include "host/Text.h"
 
 namespace
 {

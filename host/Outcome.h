@@ -1,10 +1,10 @@
 #pragma once
 
-#include <cstddef>
-#include <string>
-
 #include "host/ExitCode.h"
 #include "interface/Vorlink.h"
+
+#include <cstddef>
+#include <string>
 
 struct Outcome
 {

@@ -1,16 +1,16 @@
 #include "host/PhoneSearch.h"
 
+#include "host/Failure.h"
+#include "host/Interruption.h"
+#include "host/SearchLog.h"
+#include "host/Text.h"
+
 #include <condition_variable>
 #include <future>
 #include <mutex>
 #include <thread>
 #include <utility>
 #include <vector>
-
-#include "host/Failure.h"
-#include "host/Interruption.h"
-#include "host/SearchLog.h"
-#include "host/Text.h"
 
 namespace
 {

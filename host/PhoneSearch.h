@@ -1,13 +1,13 @@
 #pragma once
 
+#include "host/Arguments.h"
+#include "host/Library.h"
+#include "host/Operation.h"
+
 #include <chrono>
 #include <functional>
 #include <string>
 #include <variant>
-
-#include "host/Arguments.h"
-#include "host/Library.h"
-#include "host/Operation.h"
 
 enum class SearchEnd
 {

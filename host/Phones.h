@@ -1,11 +1,11 @@
 #pragma once
 
-#include <optional>
-
 #include "host/Arguments.h"
 #include "host/Library.h"
 #include "host/Outcome.h"
 #include "host/Progress.h"
+
+#include <optional>
 
 // Prints the name of each device that the library reports; the outcome counts them.
 Outcome ListPhones(VorlinkFactory factory, Arguments const& arguments, Progress& progress);

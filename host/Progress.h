@@ -1,9 +1,9 @@
 #pragma once
 
+#include "host/Operation.h"
+
 #include <chrono>
 #include <string>
-
-#include "host/Operation.h"
 
 // Says on standard error what the program is waiting for: a line that counts the seconds on a console, a
 // single line elsewhere.

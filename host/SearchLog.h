@@ -1,11 +1,11 @@
 #pragma once
 
-#include <memory>
-#include <string_view>
-
 #include "host/LogRecords.h"
 #include "host/PrivateFolder.h"
 #include "interface/Vorlink.h"
+
+#include <memory>
+#include <string_view>
 
 // The library's log during a search for phones: nothing else tells the search's end. It is on for as long as this
 // lives; a user who does not want it never sees it.

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <string_view>
-
 #include "host/ExitCode.h"
+
+#include <string_view>
 
 // Standard output and error, in UTF-8 whether they are a console, a file or a pipe.
 

@@ -1,12 +1,12 @@
 #include "log/WriteLog.h"
 
+#include <direct.h>
+
 #include <array>
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
 #include <mutex>
-
-#include <direct.h>
 
 namespace vorlink
 {

@@ -1,12 +1,11 @@
 #include "pairing/FileReplacement.h"
 
 #include <windows.h>
+#include <io.h>
 
 #include <cerrno>
 #include <cstdio>
 #include <fstream>
-
-#include <io.h>
 
 namespace vorlink
 {

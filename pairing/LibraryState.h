@@ -2,7 +2,6 @@
 #pragma once
 
 #include "interface/Vorlink.h"
-
 #include "pairing/Enumeration.h"
 #include "pairing/Guarded.h"
 #include "pairing/LeData.h"

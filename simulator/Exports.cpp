@@ -1,10 +1,9 @@
 // The two entries by which the operating system finds the simulated classes.
-#include "simulator/trace/Call.h"
 #include "simulator/objects/DeviceStatics.h"
 #include "simulator/objects/PairingStatics.h"
+#include "simulator/trace/Call.h"
 
 #include <windows.h>
-
 #include <objbase.h>
 
 extern "C" HRESULT WINAPI DllGetActivationFactory(HSTRING name, ::IActivationFactory** factory);

@@ -1,10 +1,9 @@
 #include "simulator/VorlinkSimulator.h"
-
-#include "simulator/trace/Call.h"
 #include "simulator/com/Lifetime.h"
 #include "simulator/neighbourhood/Neighbourhood.h"
 #include "simulator/neighbourhood/Operation.h"
 #include "simulator/neighbourhood/WatcherRun.h"
+#include "simulator/trace/Call.h"
 
 #include <algorithm>
 #include <cstring>

@@ -1,8 +1,8 @@
 // A first host program: pairs one device by its name and prints the outcome.
+#include "interface/Vorlink.h"
+
 #include <cstdio>
 #include <future>
-
-#include "interface/Vorlink.h"
 
 static std::promise<PairReport> answer;
 

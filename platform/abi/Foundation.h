@@ -6,7 +6,6 @@
 #pragma once
 
 #include <windows.h>
-
 #include <activation.h>
 #include <eventtoken.h>
 #include <hstring.h>

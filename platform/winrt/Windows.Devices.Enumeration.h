@@ -2,7 +2,6 @@
 
 #include "Windows.Foundation.Collections.h"
 #include "Windows.Foundation.h"
-
 #include "platform/abi/Enumeration.h"
 
 namespace winrt::Windows::Devices::Enumeration

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "Windows.Foundation.h"
-
 #include "platform/abi/Collections.h"
 
 #include <concepts>

@@ -1,7 +1,6 @@
 #include "simulator/com/Hstring.h"
 
 #include <windows.h>
-
 #include <winstring.h>
 
 #include <cstddef>

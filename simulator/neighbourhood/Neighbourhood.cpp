@@ -1,10 +1,10 @@
 #include "simulator/neighbourhood/Neighbourhood.h"
 
-#include "simulator/trace/Call.h"
-#include "simulator/scenario/FirstScenario.h"
 #include "simulator/neighbourhood/Operation.h"
 #include "simulator/neighbourhood/StateFile.h"
 #include "simulator/neighbourhood/WatcherRun.h"
+#include "simulator/scenario/FirstScenario.h"
+#include "simulator/trace/Call.h"
 
 #include <algorithm>
 #include <atomic>

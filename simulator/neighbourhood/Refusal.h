@@ -1,8 +1,8 @@
 // What is wrong with a pairing or unpairing before the device is even asked.
 #pragma once
 
-#include "simulator/objects/Ceremony.h"
 #include "simulator/neighbourhood/Neighbourhood.h"
+#include "simulator/objects/Ceremony.h"
 
 #include <optional>
 

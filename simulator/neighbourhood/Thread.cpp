@@ -1,7 +1,6 @@
 #include "simulator/neighbourhood/Thread.h"
 
 #include <windows.h>
-
 #include <objbase.h>
 
 #include <condition_variable>

@@ -1,7 +1,7 @@
 // The threads of a watcher's run: each takes what is due and raises what follows from it.
+#include "simulator/neighbourhood/WatcherRun.h"
 #include "simulator/objects/DeviceInformation.h"
 #include "simulator/objects/DeviceUpdate.h"
-#include "simulator/neighbourhood/WatcherRun.h"
 
 #include <algorithm>
 

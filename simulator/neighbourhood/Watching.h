@@ -1,9 +1,9 @@
 // What belongs to one watcher object and outlives it while a thread still needs it.
 #pragma once
 
-#include "simulator/query/Aqs.h"
-#include "simulator/objects/EventSource.h"
 #include "simulator/com/Lifetime.h"
+#include "simulator/objects/EventSource.h"
+#include "simulator/query/Aqs.h"
 
 namespace simulator
 {

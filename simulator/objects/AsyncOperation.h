@@ -1,8 +1,8 @@
 // IAsyncOperation<T>: the caller's side of a pairing or unpairing.
 #pragma once
 
-#include "simulator/trace/Call.h"
 #include "simulator/com/Object.h"
+#include "simulator/trace/Call.h"
 
 #include <functional>
 #include <mutex>

@@ -1,10 +1,10 @@
 #include "simulator/objects/Ceremony.h"
 
 #include "simulator/neighbourhood/Operation.h"
-#include "simulator/objects/PairingRequest.h"
 #include "simulator/neighbourhood/Refusal.h"
-#include "simulator/objects/Results.h"
 #include "simulator/neighbourhood/Thread.h"
+#include "simulator/objects/PairingRequest.h"
+#include "simulator/objects/Results.h"
 
 namespace simulator
 {

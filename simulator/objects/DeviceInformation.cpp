@@ -1,8 +1,8 @@
 #include "simulator/objects/DeviceInformation.h"
 
-#include "simulator/trace/Call.h"
 #include "simulator/objects/DeviceUpdate.h"
 #include "simulator/properties/PropertyMap.h"
+#include "simulator/trace/Call.h"
 
 namespace simulator
 {

@@ -1,9 +1,9 @@
 #include "simulator/objects/DeviceStatics.h"
 
-#include "simulator/trace/Call.h"
 #include "simulator/neighbourhood/Neighbourhood.h"
-#include "simulator/properties/RequestedNames.h"
 #include "simulator/objects/DeviceWatcher.h"
+#include "simulator/properties/RequestedNames.h"
+#include "simulator/trace/Call.h"
 
 namespace simulator
 {

@@ -1,7 +1,7 @@
 #include "simulator/objects/DeviceUpdate.h"
 
-#include "simulator/trace/Call.h"
 #include "simulator/properties/PropertyMap.h"
+#include "simulator/trace/Call.h"
 
 namespace simulator
 {

@@ -1,8 +1,8 @@
 #include "simulator/objects/DeviceWatcher.h"
 
-#include "simulator/objects/Snapshot.h"
 #include "simulator/neighbourhood/Thread.h"
 #include "simulator/neighbourhood/WatcherRun.h"
+#include "simulator/objects/Snapshot.h"
 
 namespace simulator
 {

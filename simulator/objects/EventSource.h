@@ -1,10 +1,10 @@
 // One event's registrations, and raising it.
 #pragma once
 
-#include "simulator/trace/Call.h"
 #include "simulator/com/Codes.h"
-#include "simulator/neighbourhood/Neighbourhood.h"
 #include "simulator/com/Ref.h"
+#include "simulator/neighbourhood/Neighbourhood.h"
+#include "simulator/trace/Call.h"
 
 #include <algorithm>
 #include <mutex>

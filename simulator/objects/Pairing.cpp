@@ -1,7 +1,7 @@
 #include "simulator/objects/Pairing.h"
 
-#include "simulator/trace/Call.h"
 #include "simulator/objects/Ceremony.h"
+#include "simulator/trace/Call.h"
 
 namespace simulator
 {

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "platform/abi/Enumeration.h"
-#include "simulator/objects/CustomPairing.h"
 #include "simulator/com/Object.h"
+#include "simulator/objects/CustomPairing.h"
 #include "simulator/objects/Snapshot.h"
 
 #include <memory>

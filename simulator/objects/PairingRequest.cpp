@@ -1,7 +1,7 @@
 #include "simulator/objects/PairingRequest.h"
 
-#include "simulator/trace/Call.h"
 #include "simulator/objects/DeviceInformation.h"
+#include "simulator/trace/Call.h"
 
 namespace simulator
 {

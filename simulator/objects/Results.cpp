@@ -1,7 +1,7 @@
 #include "simulator/objects/Results.h"
 
-#include "simulator/trace/Call.h"
 #include "simulator/com/Object.h"
+#include "simulator/trace/Call.h"
 
 namespace simulator
 {

@@ -1,6 +1,6 @@
 // Plays the system's plug-and-play tool for the simulated neighbourhood.
-#include "simulator/scenario/FirstScenario.h"
 #include "simulator/pnputil/Listing.h"
+#include "simulator/scenario/FirstScenario.h"
 
 #include <windows.h>
 

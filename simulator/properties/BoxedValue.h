@@ -1,8 +1,8 @@
 // A boxed property value, as the platform's maps hold them.
 #pragma once
 
-#include "simulator/properties/Property.h"
 #include "simulator/com/Ref.h"
+#include "simulator/properties/Property.h"
 
 namespace simulator
 {

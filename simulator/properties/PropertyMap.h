@@ -2,8 +2,8 @@
 #pragma once
 
 #include "platform/abi/Enumeration.h"
-#include "simulator/properties/Property.h"
 #include "simulator/com/Ref.h"
+#include "simulator/properties/Property.h"
 
 namespace simulator
 {

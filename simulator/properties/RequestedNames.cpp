@@ -2,8 +2,8 @@
 
 #include "simulator/com/Codes.h"
 #include "simulator/com/Hstring.h"
-#include "simulator/properties/Property.h"
 #include "simulator/com/Ref.h"
+#include "simulator/properties/Property.h"
 
 #include <objbase.h>
 #include <winstring.h>

@@ -1,8 +1,8 @@
 // A query once understood: comparisons at the leaves, AND, OR and NOT above them.
 #pragma once
 
-#include "simulator/query/AqsLexer.h"
 #include "simulator/properties/Property.h"
+#include "simulator/query/AqsLexer.h"
 
 #include <string>
 #include <vector>

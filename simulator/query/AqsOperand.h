@@ -1,8 +1,8 @@
 // What an operand means to the property that it is compared with.
 #pragma once
 
-#include "simulator/query/AqsLexer.h"
 #include "simulator/properties/Property.h"
+#include "simulator/query/AqsLexer.h"
 
 namespace simulator::aqs
 {

@@ -1,10 +1,10 @@
 #include "tests/host/ChildProcess.h"
 
+#include "tests/host/CaptureFile.h"
+
 #include <gtest/gtest.h>
 
 #include <cstddef>
-
-#include "tests/host/CaptureFile.h"
 
 namespace
 {

@@ -1,10 +1,10 @@
 // vorlinkctl's command line: what is refused, help and version.
+#include "tests/host/ChildProcess.h"
+
 #include <gmock/gmock.h>
 
 #include <string>
 #include <vector>
-
-#include "tests/host/ChildProcess.h"
 
 using testing::HasSubstr;
 using testing::IsEmpty;

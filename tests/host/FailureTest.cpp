@@ -1,11 +1,11 @@
 // What vorlinkctl says when the library or the platform is not what it needs.
+#include "tests/host/ChildProcess.h"
+#include "tests/host/Neighbourhood.h"
+
 #include <gmock/gmock.h>
 
 #include <filesystem>
 #include <fstream>
-
-#include "tests/host/ChildProcess.h"
-#include "tests/host/Neighbourhood.h"
 
 using testing::HasSubstr;
 

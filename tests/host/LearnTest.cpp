@@ -1,13 +1,13 @@
 // vorlinkctl pair waits for what the library learns of the device, so that unpair knows it.
+#include "tests/host/ChildProcess.h"
+#include "tests/host/Neighbourhood.h"
+
 #include <gmock/gmock.h>
 
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <string>
-
-#include "tests/host/ChildProcess.h"
-#include "tests/host/Neighbourhood.h"
 
 using testing::HasSubstr;
 using testing::Not;

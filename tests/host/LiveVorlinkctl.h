@@ -1,11 +1,11 @@
 #pragma once
 
+#include "tests/host/ChildProcess.h"
+
 #include <windows.h>
 
 #include <string>
 #include <vector>
-
-#include "tests/host/ChildProcess.h"
 
 // A vorlinkctl that runs while the test looks on, with a pipe for its standard output and a console without a window.
 class LiveVorlinkctl

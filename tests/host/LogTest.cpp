@@ -1,8 +1,8 @@
 // vorlinkctl pair --log: the records of this run, after the outcome.
-#include <gmock/gmock.h>
-
 #include "tests/host/ChildProcess.h"
 #include "tests/host/Neighbourhood.h"
+
+#include <gmock/gmock.h>
 
 using testing::HasSubstr;
 using testing::Not;

@@ -1,4 +1,9 @@
 // vorlinkctl pair-phone, from outside: what it prints and the code that it ends with, for each outcome.
+#include "tests/host/ChildProcess.h"
+#include "tests/host/Folders.h"
+#include "tests/host/LiveVorlinkctl.h"
+#include "tests/host/Neighbourhood.h"
+
 #include <gmock/gmock.h>
 
 #include <windows.h>
@@ -7,11 +12,6 @@
 #include <fstream>
 #include <iterator>
 #include <string>
-
-#include "tests/host/ChildProcess.h"
-#include "tests/host/Folders.h"
-#include "tests/host/LiveVorlinkctl.h"
-#include "tests/host/Neighbourhood.h"
 
 using testing::ElementsAre;
 using testing::HasSubstr;

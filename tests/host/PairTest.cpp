@@ -1,10 +1,10 @@
 // vorlinkctl pair, from outside: what it prints and the code that it ends with, for each outcome.
+#include "tests/host/ChildProcess.h"
+#include "tests/host/Neighbourhood.h"
+
 #include <gmock/gmock.h>
 
 #include <filesystem>
-
-#include "tests/host/ChildProcess.h"
-#include "tests/host/Neighbourhood.h"
 
 using testing::HasSubstr;
 using testing::Not;

@@ -1,15 +1,15 @@
 // The search of vorlinkctl phones: that it is live, how it ends, and what it leaves in the user's folder.
+#include "tests/host/ChildProcess.h"
+#include "tests/host/Folders.h"
+#include "tests/host/LiveVorlinkctl.h"
+#include "tests/host/Neighbourhood.h"
+
 #include <gmock/gmock.h>
 
 #include <windows.h>
 
 #include <chrono>
 #include <filesystem>
-
-#include "tests/host/ChildProcess.h"
-#include "tests/host/Folders.h"
-#include "tests/host/LiveVorlinkctl.h"
-#include "tests/host/Neighbourhood.h"
 
 using testing::ElementsAre;
 using testing::HasSubstr;

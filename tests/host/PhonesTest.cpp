@@ -1,8 +1,8 @@
 // vorlinkctl phones, from outside: which devices it lists, and how.
-#include <gmock/gmock.h>
-
 #include "tests/host/ChildProcess.h"
 #include "tests/host/Neighbourhood.h"
+
+#include <gmock/gmock.h>
 
 using testing::HasSubstr;
 using testing::StartsWith;

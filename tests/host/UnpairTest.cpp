@@ -1,4 +1,7 @@
 // vorlinkctl unpair, from outside: what it prints and the code that it ends with, for each outcome.
+#include "tests/host/ChildProcess.h"
+#include "tests/host/Neighbourhood.h"
+
 #include <gmock/gmock.h>
 
 #include <windows.h>
@@ -9,9 +12,6 @@
 #include <iterator>
 #include <string>
 #include <vector>
-
-#include "tests/host/ChildProcess.h"
-#include "tests/host/Neighbourhood.h"
 
 using testing::EndsWith;
 using testing::HasSubstr;

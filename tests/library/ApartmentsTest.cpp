@@ -9,7 +9,6 @@
 #include <gmock/gmock.h>
 
 #include <windows.h>
-
 #include <objbase.h>
 
 #include <thread>

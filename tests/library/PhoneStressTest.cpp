@@ -3,7 +3,6 @@
 #include "tests/support/ReplacedImport.h"
 
 #include <windows.h>
-
 #include <psapi.h>
 #include <tlhelp32.h>
 

@@ -2,7 +2,6 @@
 #include "tests/simulator/Client.h"
 
 #include <windows.h>
-
 #include <objbase.h>
 #include <roapi.h>
 

@@ -1,7 +1,6 @@
 #include "tests/simulator/Client.h"
 
 #include <windows.h>
-
 #include <roapi.h>
 #include <winstring.h>
 

@@ -2,7 +2,6 @@
 #include "tests/simulator/CeremonyClient.h"
 
 #include <windows.h>
-
 #include <roapi.h>
 
 using namespace client;

@@ -2,7 +2,6 @@
 #include "tests/simulator/Recorder.h"
 
 #include <windows.h>
-
 #include <objbase.h>
 
 #include <cstdint>

@@ -6,7 +6,6 @@
 #include "tests/support/ReplacedImport.h"
 
 #include <windows.h>
-
 #include <objbase.h>
 
 #include <atomic>

@@ -3,13 +3,13 @@
 
 #include "tests/support/LogFile.h"
 
-#include <cstdio>
-#include <iostream>
-#include <string>
-
 #include <fcntl.h>
 #include <io.h>
 #include <sys/stat.h>
+
+#include <cstdio>
+#include <iostream>
+#include <string>
 
 namespace test
 {

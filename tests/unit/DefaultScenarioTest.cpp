@@ -1,6 +1,5 @@
 // The neighbourhood that plays when no other is named.
 #include "simulator/scenario/DefaultScenario.h"
-
 #include "simulator/scenario/Scenario.h"
 
 #include <gmock/gmock.h>

@@ -1,6 +1,5 @@
 // A cancelled run queues, updates and wakes nothing more.
 #include "pairing/DiscoveryQueue.h"
-
 #include "tests/support/Endpoints.h"
 #include "tests/support/Neighbourhood.h"
 #include "tests/support/Taker.h"

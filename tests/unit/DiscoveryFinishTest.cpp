@@ -1,6 +1,5 @@
 // The end of a run: what it stops, whom it wakes.
 #include "pairing/DiscoveryQueue.h"
-
 #include "tests/support/Endpoints.h"
 #include "tests/support/Taker.h"
 #include "tests/support/Trace.h"

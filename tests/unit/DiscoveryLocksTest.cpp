@@ -1,7 +1,6 @@
 // Who waits for which lock. A wrong order would show in the field once in a while, as a host that hangs.
 #include "pairing/DiscoveryQueue.h"
 #include "pairing/SubVorlink.h"
-
 #include "tests/support/Endpoints.h"
 #include "tests/support/Neighbourhood.h"
 #include "tests/support/ReplacedImport.h"
@@ -9,11 +8,11 @@
 
 #include <gmock/gmock.h>
 
+#include <process.h>
+
 #include <functional>
 #include <memory>
 #include <vector>
-
-#include <process.h>
 
 using namespace test;
 using namespace vorlink;

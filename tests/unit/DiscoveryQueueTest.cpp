@@ -1,6 +1,5 @@
 // What a taker gets from the queue.
 #include "pairing/DiscoveryQueue.h"
-
 #include "tests/support/Endpoints.h"
 #include "tests/support/Neighbourhood.h"
 #include "tests/support/Taker.h"

@@ -1,6 +1,5 @@
 // Updates that reach the queue.
 #include "pairing/DiscoveryQueue.h"
-
 #include "tests/support/Endpoints.h"
 #include "tests/support/Neighbourhood.h"
 #include "tests/support/Taker.h"

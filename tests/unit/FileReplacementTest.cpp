@@ -1,6 +1,5 @@
 // Replacing a file's text: the old one or the new one, at every moment and whatever the system refuses.
 #include "pairing/FileReplacement.h"
-
 #include "tests/support/LogFile.h"
 #include "tests/support/ReplacedImport.h"
 

@@ -1,6 +1,5 @@
 // What becomes of the library's state when the process ends.
 #include "pairing/LibraryState.h"
-
 #include "tests/support/Endpoints.h"
 #include "tests/support/Neighbourhood.h"
 

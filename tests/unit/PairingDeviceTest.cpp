@@ -1,7 +1,6 @@
 // A ceremony that cannot begin: its device's own calls fail.
-#include "pairing/SubVorlink.h"
-
 #include "pairing/LibraryState.h"
+#include "pairing/SubVorlink.h"
 #include "tests/support/Endpoints.h"
 #include "tests/support/Neighbourhood.h"
 #include "tests/support/ProcessEnd.h"

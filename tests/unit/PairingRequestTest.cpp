@@ -1,6 +1,5 @@
 // The answer to a device's pairing request, kind by kind.
 #include "pairing/Ceremony.h"
-
 #include "tests/support/FakePairingRequest.h"
 
 #include <gmock/gmock.h>

@@ -11,7 +11,6 @@
 #include <gmock/gmock.h>
 
 #include <windows.h>
-
 #include <roapi.h>
 
 #include <algorithm>

@@ -1,7 +1,6 @@
 // The phone watcher's state: what its operations and handlers leave in it, and what they lock.
-#include "pairing/PhoneWatcher.h"
-
 #include "pairing/LibraryState.h"
+#include "pairing/PhoneWatcher.h"
 #include "pairing/SubVorlink.h"
 #include "tests/support/Endpoints.h"
 #include "tests/support/FakeList.h"

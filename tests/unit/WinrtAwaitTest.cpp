@@ -7,7 +7,6 @@
 #include <gtest/gtest.h>
 
 #include <windows.h>
-
 #include <objbase.h>
 
 #include <future>

@@ -1,5 +1,4 @@
 #include "log/WriteLog.h"
-
 #include "tests/support/LogFile.h"
 #include "tests/support/Patience.h"
 #include "tests/support/ReplacedImport.h"

@@ -3,9 +3,8 @@
 #include "com_ptr.h"
 #include "implements.h"
 #include "lock.h"
-#include "unknown.h"
-
 #include "platform/abi/Collections.h"
+#include "unknown.h"
 
 #include <algorithm>
 #include <cstdint>
