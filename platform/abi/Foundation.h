@@ -2,7 +2,7 @@
 //
 // Each interface carries its identifier as `iid`; a parameterised one gets its identifier by a
 // specialisation of `iid_of`. The order of the virtual functions is the order of the vtable slots:
-// never reorder, never insert. tests/unit/abi_*.cpp pin identifiers, slots and values.
+// never reorder, never insert. tests/unit/Abi*Test.cpp pin identifiers, slots and values.
 #pragma once
 
 #include <windows.h>

@@ -15,7 +15,7 @@ namespace simulator
         {
         public:
             explicit WeakReference(std::shared_ptr<Lifetime> target) noexcept
-                : target_(std::move(target))
+                : m_target(std::move(target))
             {
             }
 
@@ -38,12 +38,12 @@ namespace simulator
 
             ULONG STDMETHODCALLTYPE AddRef() override
             {
-                return ++references_;
+                return ++m_references;
             }
 
             ULONG STDMETHODCALLTYPE Release() override
             {
-                ULONG const left = --references_;
+                ULONG const left = --m_references;
                 if (left == 0)
                 {
                     delete this;
@@ -58,20 +58,20 @@ namespace simulator
                     return E_POINTER;
                 }
                 *object = nullptr;
-                if (!target_->TryAddRef())
+                if (!m_target->TryAddRef())
                 {
                     return S_OK; // a null result is how an object that is gone shows
                 }
-                auto const alive = Ref<::IUnknown>::Adopt(target_->object);
+                auto const alive = Ref<::IUnknown>::Adopt(m_target->object);
                 return alive->QueryInterface(id, object);
             }
 
         private:
             virtual ~WeakReference() = default;
 
-            std::atomic<ULONG> references_{1};
-            std::shared_ptr<Lifetime> target_;
-            LiveObject live_;
+            std::atomic<ULONG> m_references{1};
+            std::shared_ptr<Lifetime> m_target;
+            LiveObject m_live;
         };
     } // namespace
 

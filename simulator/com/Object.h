@@ -41,12 +41,12 @@ namespace simulator
 
         ULONG STDMETHODCALLTYPE AddRef() final
         {
-            return ++lifetime_->references;
+            return ++m_lifetime->references;
         }
 
         ULONG STDMETHODCALLTYPE Release() final
         {
-            ULONG const left = --lifetime_->references;
+            ULONG const left = --m_lifetime->references;
             if (left == 0)
             {
                 delete this;
@@ -97,21 +97,21 @@ namespace simulator
 
         HRESULT STDMETHODCALLTYPE GetWeakReference(platform::IWeakReference** reference) final
         {
-            return MakeWeakReference(lifetime_, reference);
+            return MakeWeakReference(m_lifetime, reference);
         }
 
     protected:
         Object()
-            : lifetime_(std::make_shared<Lifetime>())
+            : m_lifetime(std::make_shared<Lifetime>())
         {
-            lifetime_->object = static_cast<First*>(this);
+            m_lifetime->object = static_cast<First*>(this);
         }
 
         virtual ~Object() = default;
 
         std::shared_ptr<Lifetime> const& ObjectLifetime() const noexcept
         {
-            return lifetime_;
+            return m_lifetime;
         }
 
     private:
@@ -158,17 +158,17 @@ namespace simulator
 
         HRESULT QueryMarshaler(void** object)
         {
-            std::call_once(marshalerMade_, [this] {
+            std::call_once(m_marshalerMade, [this] {
                 ::IUnknown* marshaler = nullptr;
                 CoCreateFreeThreadedMarshaler(static_cast<First*>(this), &marshaler);
-                marshaler_ = Ref<::IUnknown>::Adopt(marshaler);
+                m_marshaler = Ref<::IUnknown>::Adopt(marshaler);
             });
-            return marshaler_ ? marshaler_->QueryInterface(platform::iid_of<::IMarshal>, object) : E_OUTOFMEMORY;
+            return m_marshaler ? m_marshaler->QueryInterface(platform::iid_of<::IMarshal>, object) : E_OUTOFMEMORY;
         }
 
-        std::shared_ptr<Lifetime> lifetime_;
-        std::once_flag marshalerMade_;
-        Ref<::IUnknown> marshaler_;
-        LiveObject live_;
+        std::shared_ptr<Lifetime> m_lifetime;
+        std::once_flag m_marshalerMade;
+        Ref<::IUnknown> m_marshaler;
+        LiveObject m_live;
     };
 } // namespace simulator

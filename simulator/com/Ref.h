@@ -15,11 +15,11 @@ namespace simulator
 
         // Shares: the object gets one more reference.
         explicit Ref(T* object) noexcept
-            : object_(object)
+            : m_object(object)
         {
-            if (object_)
+            if (m_object)
             {
-                object_->AddRef();
+                m_object->AddRef();
             }
         }
 
@@ -27,57 +27,57 @@ namespace simulator
         static Ref Adopt(T* object) noexcept
         {
             Ref ref;
-            ref.object_ = object;
+            ref.m_object = object;
             return ref;
         }
 
         Ref(Ref const& other) noexcept
-            : Ref(other.object_)
+            : Ref(other.m_object)
         {
         }
 
         Ref(Ref&& other) noexcept
-            : object_(std::exchange(other.object_, nullptr))
+            : m_object(std::exchange(other.m_object, nullptr))
         {
         }
 
         Ref& operator=(Ref other) noexcept
         {
-            std::swap(object_, other.object_);
+            std::swap(m_object, other.m_object);
             return *this;
         }
 
         ~Ref()
         {
-            if (object_)
+            if (m_object)
             {
-                object_->Release();
+                m_object->Release();
             }
         }
 
         T* Get() const noexcept
         {
-            return object_;
+            return m_object;
         }
 
         T* operator->() const noexcept
         {
-            return object_;
+            return m_object;
         }
 
         explicit operator bool() const noexcept
         {
-            return object_ != nullptr;
+            return m_object != nullptr;
         }
 
         // Hands the reference over to a caller across the boundary.
         T* Detach() noexcept
         {
-            return std::exchange(object_, nullptr);
+            return std::exchange(m_object, nullptr);
         }
 
     private:
-        T* object_ = nullptr;
+        T* m_object = nullptr;
     };
 
     template <typename T, typename... Arguments>

@@ -30,8 +30,8 @@ namespace simulator
     public:
         // `cancelled` is told when the caller cancels, with no lock held.
         AsyncOperation(std::string device, std::function<void()> cancelled)
-            : device_(std::move(device))
-            , cancelled_(std::move(cancelled))
+            : m_device(std::move(device))
+            , m_cancelled(std::move(cancelled))
         {
         }
 
@@ -55,9 +55,9 @@ namespace simulator
         // Calls the completion handler, or leaves it to put_Completed when none is set yet.
         void FireCompleted()
         {
-            std::unique_lock lock(mutex_);
-            auto const handler = std::exchange(handler_, {});
-            auto const status = status_;
+            std::unique_lock lock(m_mutex);
+            auto const handler = std::exchange(m_handler, {});
+            auto const status = m_status;
             lock.unlock();
             if (handler)
             {
@@ -67,22 +67,22 @@ namespace simulator
 
         HRESULT STDMETHODCALLTYPE put_Completed(Handler* handler) override
         {
-            return Call("AsyncOperation.put_Completed", device_, [&](std::string&) {
-                std::unique_lock lock(mutex_);
-                if (closed_)
+            return Call("AsyncOperation.put_Completed", m_device, [&](std::string&) {
+                std::unique_lock lock(m_mutex);
+                if (m_closed)
                 {
                     return illegalMethodCall;
                 }
-                if (std::exchange(handlerAssigned_, true))
+                if (std::exchange(m_handlerAssigned, true))
                 {
                     return illegalDelegateAssignment;
                 }
-                if (status_ == AsyncStatus::Started)
+                if (m_status == AsyncStatus::Started)
                 {
-                    handler_ = Ref<Handler>(handler);
+                    m_handler = Ref<Handler>(handler);
                     return S_OK;
                 }
-                auto const status = status_;
+                auto const status = m_status;
                 lock.unlock();
                 if (handler)
                 {
@@ -94,92 +94,92 @@ namespace simulator
 
         HRESULT STDMETHODCALLTYPE get_Completed(Handler** handler) override
         {
-            return Call("AsyncOperation.get_Completed", device_, [&](std::string&) {
+            return Call("AsyncOperation.get_Completed", m_device, [&](std::string&) {
                 if (!handler)
                 {
                     return E_POINTER;
                 }
-                std::lock_guard const lock(mutex_);
-                *handler = closed_ ? nullptr : Ref(handler_).Detach();
-                return closed_ ? illegalMethodCall : S_OK;
+                std::lock_guard const lock(m_mutex);
+                *handler = m_closed ? nullptr : Ref(m_handler).Detach();
+                return m_closed ? illegalMethodCall : S_OK;
             });
         }
 
         HRESULT STDMETHODCALLTYPE GetResults(Result** results) override
         {
-            return Call("AsyncOperation.GetResults", device_, [&](std::string&) {
+            return Call("AsyncOperation.GetResults", m_device, [&](std::string&) {
                 if (!results)
                 {
                     return E_POINTER;
                 }
                 *results = nullptr;
-                std::lock_guard const lock(mutex_);
-                if (!closed_ && status_ == AsyncStatus::Error)
+                std::lock_guard const lock(m_mutex);
+                if (!m_closed && m_status == AsyncStatus::Error)
                 {
-                    return error_;
+                    return m_error;
                 }
-                if (closed_ || status_ != AsyncStatus::Completed)
+                if (m_closed || m_status != AsyncStatus::Completed)
                 {
                     return illegalMethodCall;
                 }
-                *results = Ref(result_).Detach();
+                *results = Ref(m_result).Detach();
                 return S_OK;
             });
         }
 
         HRESULT STDMETHODCALLTYPE get_Id(UINT32* id) override
         {
-            return Read("AsyncOperation.get_Id", id, [&] { return number_; });
+            return Read("AsyncOperation.get_Id", id, [&] { return m_number; });
         }
 
         HRESULT STDMETHODCALLTYPE get_Status(AsyncStatus* status) override
         {
-            return Read("AsyncOperation.get_Status", status, [&] { return status_; });
+            return Read("AsyncOperation.get_Status", status, [&] { return m_status; });
         }
 
         HRESULT STDMETHODCALLTYPE get_ErrorCode(HRESULT* code) override
         {
-            return Call("AsyncOperation.get_ErrorCode", device_, [&](std::string& result) {
+            return Call("AsyncOperation.get_ErrorCode", m_device, [&](std::string& result) {
                 if (!code)
                 {
                     return E_POINTER;
                 }
-                std::lock_guard const lock(mutex_);
-                *code = error_;
-                result = closed_ ? std::string() : CodeText(error_);
-                return closed_ ? illegalMethodCall : S_OK;
+                std::lock_guard const lock(m_mutex);
+                *code = m_error;
+                result = m_closed ? std::string() : CodeText(m_error);
+                return m_closed ? illegalMethodCall : S_OK;
             });
         }
 
         HRESULT STDMETHODCALLTYPE Cancel() override
         {
-            return Call("AsyncOperation.Cancel", device_, [&](std::string&) {
+            return Call("AsyncOperation.Cancel", m_device, [&](std::string&) {
                 {
-                    std::lock_guard const lock(mutex_);
-                    if (closed_)
+                    std::lock_guard const lock(m_mutex);
+                    if (m_closed)
                     {
                         return illegalMethodCall;
                     }
-                    if (status_ != AsyncStatus::Started)
+                    if (m_status != AsyncStatus::Started)
                     {
                         return S_OK;
                     }
-                    status_ = AsyncStatus::Canceled;
+                    m_status = AsyncStatus::Canceled;
                 }
-                cancelled_();
+                m_cancelled();
                 return S_OK;
             });
         }
 
         HRESULT STDMETHODCALLTYPE Close() override
         {
-            return Call("AsyncOperation.Close", device_, [&](std::string&) {
-                std::lock_guard const lock(mutex_);
-                if (status_ == AsyncStatus::Started)
+            return Call("AsyncOperation.Close", m_device, [&](std::string&) {
+                std::lock_guard const lock(m_mutex);
+                if (m_status == AsyncStatus::Started)
                 {
                     return illegalStateChange;
                 }
-                closed_ = true;
+                m_closed = true;
                 return S_OK;
             });
         }
@@ -192,25 +192,25 @@ namespace simulator
 
         void Settle(AsyncStatus status, HRESULT error, Ref<Result> result)
         {
-            std::lock_guard const lock(mutex_);
-            if (status_ == AsyncStatus::Started)
+            std::lock_guard const lock(m_mutex);
+            if (m_status == AsyncStatus::Started)
             {
-                status_ = status;
-                error_ = error;
-                result_ = std::move(result);
+                m_status = status;
+                m_error = error;
+                m_result = std::move(result);
             }
         }
 
         template <typename T, typename Value>
         HRESULT Read(Method method, T* value, Value read)
         {
-            return Call(method, device_, [&](std::string& result) {
+            return Call(method, m_device, [&](std::string& result) {
                 if (!value)
                 {
                     return E_POINTER;
                 }
-                std::lock_guard const lock(mutex_);
-                if (closed_)
+                std::lock_guard const lock(m_mutex);
+                if (m_closed)
                 {
                     return illegalMethodCall;
                 }
@@ -220,16 +220,16 @@ namespace simulator
             });
         }
 
-        std::string const device_;
-        std::function<void()> const cancelled_;
-        UINT32 const number_ = NextOperationNumber();
-        std::mutex mutex_;
-        AsyncStatus status_ = AsyncStatus::Started;
-        HRESULT error_ = S_OK;
-        Ref<Result> result_;
-        Ref<Handler> handler_;
-        bool handlerAssigned_ = false;
-        bool closed_ = false;
+        std::string const m_device;
+        std::function<void()> const m_cancelled;
+        UINT32 const m_number = NextOperationNumber();
+        std::mutex m_mutex;
+        AsyncStatus m_status = AsyncStatus::Started;
+        HRESULT m_error = S_OK;
+        Ref<Result> m_result;
+        Ref<Handler> m_handler;
+        bool m_handlerAssigned = false;
+        bool m_closed = false;
     };
 
     using PairingOperation = AsyncOperation<platform::IDevicePairingResult>;

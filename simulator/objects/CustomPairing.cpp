@@ -8,25 +8,25 @@ namespace simulator
     using platform::DevicePairingProtectionLevel;
 
     CustomPairing::CustomPairing(std::shared_ptr<Snapshot> snapshot)
-        : snapshot_(std::move(snapshot))
+        : m_snapshot(std::move(snapshot))
     {
     }
 
     Snapshot const& CustomPairing::Device() const noexcept
     {
-        return *snapshot_;
+        return *m_snapshot;
     }
 
     EventSource<platform::PairingRequestedHandler>& CustomPairing::PairingRequested() noexcept
     {
-        return pairingRequested_;
+        return m_pairingRequested;
     }
 
     HRESULT CustomPairing::PairAsync(DevicePairingKinds kinds, platform::PairingOperation** operation)
     {
         return GetObject(
-            "DeviceInformationCustomPairing.PairAsync", snapshot_->Id() + ", " + Text(kinds), operation, [&] {
-                return Pair({snapshot_->Id(), DevicePairingProtectionLevel::Default, kinds, Ref<CustomPairing>(this)});
+            "DeviceInformationCustomPairing.PairAsync", m_snapshot->Id() + ", " + Text(kinds), operation, [&] {
+                return Pair({m_snapshot->Id(), DevicePairingProtectionLevel::Default, kinds, Ref<CustomPairing>(this)});
             });
     }
 
@@ -34,8 +34,8 @@ namespace simulator
                                                         platform::PairingOperation** operation)
     {
         return GetObject("DeviceInformationCustomPairing.PairWithProtectionLevelAsync",
-                         snapshot_->Id() + ", " + Text(kinds) + ", " + Text(level), operation, [&] {
-                             return Pair({snapshot_->Id(), level, kinds, Ref<CustomPairing>(this)});
+                         m_snapshot->Id() + ", " + Text(kinds) + ", " + Text(level), operation, [&] {
+                             return Pair({m_snapshot->Id(), level, kinds, Ref<CustomPairing>(this)});
                          });
     }
 
@@ -45,22 +45,22 @@ namespace simulator
                                                                    platform::PairingOperation** operation)
     {
         return GetObject("DeviceInformationCustomPairing.PairWithProtectionLevelAndSettingsAsync",
-                         snapshot_->Id() + ", " + Text(kinds) + ", " + Text(level), operation, [&] {
-                             return Pair({snapshot_->Id(), level, kinds, Ref<CustomPairing>(this)});
+                         m_snapshot->Id() + ", " + Text(kinds) + ", " + Text(level), operation, [&] {
+                             return Pair({m_snapshot->Id(), level, kinds, Ref<CustomPairing>(this)});
                          });
     }
 
     HRESULT CustomPairing::add_PairingRequested(platform::PairingRequestedHandler* handler,
                                                 EventRegistrationToken* token)
     {
-        return pairingRequested_.Add("DeviceInformationCustomPairing.add_PairingRequested", snapshot_->Id(), handler,
-                                     token);
+        return m_pairingRequested.Add("DeviceInformationCustomPairing.add_PairingRequested", m_snapshot->Id(), handler,
+                                      token);
     }
 
     HRESULT CustomPairing::remove_PairingRequested(EventRegistrationToken token)
     {
-        return pairingRequested_.Remove("DeviceInformationCustomPairing.remove_PairingRequested", snapshot_->Id(),
-                                        token);
+        return m_pairingRequested.Remove("DeviceInformationCustomPairing.remove_PairingRequested", m_snapshot->Id(),
+                                         token);
     }
 
     char const* CustomPairing::ClassName() const noexcept

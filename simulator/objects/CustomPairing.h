@@ -33,7 +33,7 @@ namespace simulator
     private:
         char const* ClassName() const noexcept override;
 
-        std::shared_ptr<Snapshot> const snapshot_;
-        EventSource<platform::PairingRequestedHandler> pairingRequested_;
+        std::shared_ptr<Snapshot> const m_snapshot;
+        EventSource<platform::PairingRequestedHandler> m_pairingRequested;
     };
 } // namespace simulator

@@ -7,81 +7,81 @@
 namespace simulator
 {
     DeviceInformation::DeviceInformation(std::string id, platform::DeviceInformationKind kind, Properties properties)
-        : snapshot_(std::make_shared<Snapshot>(std::move(id), kind, std::move(properties)))
-        , pairing_(Make<Pairing>(snapshot_))
+        : m_snapshot(std::make_shared<Snapshot>(std::move(id), kind, std::move(properties)))
+        , m_pairing(Make<Pairing>(m_snapshot))
     {
     }
 
     HRESULT DeviceInformation::get_Id(HSTRING* value)
     {
-        return GetString("DeviceInformation.get_Id", snapshot_->Id(), value, [&] { return snapshot_->Id(); });
+        return GetString("DeviceInformation.get_Id", m_snapshot->Id(), value, [&] { return m_snapshot->Id(); });
     }
 
     HRESULT DeviceInformation::get_Name(HSTRING* value)
     {
-        return GetString("DeviceInformation.get_Name", snapshot_->Id(), value,
-                         [&] { return snapshot_->String("System.ItemNameDisplay"); });
+        return GetString("DeviceInformation.get_Name", m_snapshot->Id(), value,
+                         [&] { return m_snapshot->String("System.ItemNameDisplay"); });
     }
 
     // An association endpoint has no interface that could be disabled.
     HRESULT DeviceInformation::get_IsEnabled(boolean* value)
     {
-        return Get("DeviceInformation.get_IsEnabled", snapshot_->Id(), value, [] { return boolean{true}; });
+        return Get("DeviceInformation.get_IsEnabled", m_snapshot->Id(), value, [] { return boolean{true}; });
     }
 
     HRESULT DeviceInformation::get_IsDefault(boolean* value)
     {
-        return Get("DeviceInformation.get_IsDefault", snapshot_->Id(), value, [] { return boolean{false}; });
+        return Get("DeviceInformation.get_IsDefault", m_snapshot->Id(), value, [] { return boolean{false}; });
     }
 
     HRESULT DeviceInformation::get_EnclosureLocation(void** value)
     {
-        return Call("DeviceInformation.get_EnclosureLocation", snapshot_->Id(), [&](std::string&) {
+        return Call("DeviceInformation.get_EnclosureLocation", m_snapshot->Id(), [&](std::string&) {
             return value ? (*value = nullptr, S_OK) : E_POINTER; // a Bluetooth device has no place in a case
         });
     }
 
     HRESULT DeviceInformation::get_Properties(platform::PropertyMap** value)
     {
-        return GetObject("DeviceInformation.get_Properties", snapshot_->Id(), value,
-                         [&] { return MakePropertyMap(snapshot_->All()); });
+        return GetObject("DeviceInformation.get_Properties", m_snapshot->Id(), value,
+                         [&] { return MakePropertyMap(m_snapshot->All()); });
     }
 
     HRESULT DeviceInformation::Update(platform::IDeviceInformationUpdate* update)
     {
-        return Call("DeviceInformation.Update", snapshot_->Id(), [&](std::string&) {
+        return Call("DeviceInformation.Update", m_snapshot->Id(), [&](std::string&) {
             if (!update)
             {
                 return E_POINTER;
             }
             auto const own = DeviceUpdate::From(update);
-            if (!own || own->Id() != snapshot_->Id())
+            if (!own || own->Id() != m_snapshot->Id())
             {
                 return E_INVALIDARG;
             }
-            snapshot_->Update(own->Changed());
+            m_snapshot->Update(own->Changed());
             return S_OK;
         });
     }
 
     HRESULT DeviceInformation::GetThumbnailAsync(void** operation)
     {
-        return Outside("DeviceInformation.GetThumbnailAsync", snapshot_->Id(), operation);
+        return Outside("DeviceInformation.GetThumbnailAsync", m_snapshot->Id(), operation);
     }
 
     HRESULT DeviceInformation::GetGlyphThumbnailAsync(void** operation)
     {
-        return Outside("DeviceInformation.GetGlyphThumbnailAsync", snapshot_->Id(), operation);
+        return Outside("DeviceInformation.GetGlyphThumbnailAsync", m_snapshot->Id(), operation);
     }
 
     HRESULT DeviceInformation::get_Kind(platform::DeviceInformationKind* value)
     {
-        return Get("DeviceInformation.get_Kind", snapshot_->Id(), value, [&] { return snapshot_->Kind(); });
+        return Get("DeviceInformation.get_Kind", m_snapshot->Id(), value, [&] { return m_snapshot->Kind(); });
     }
 
     HRESULT DeviceInformation::get_Pairing(platform::IDeviceInformationPairing** value)
     {
-        return GetObject("DeviceInformation.get_Pairing", snapshot_->Id(), value, [&] { return pairing_; });
+        return GetObject("DeviceInformation.get_Pairing", m_snapshot->Id(), value, [&] { return m_pairing; });
     }
 
     char const* DeviceInformation::ClassName() const noexcept

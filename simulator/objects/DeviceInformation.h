@@ -28,7 +28,7 @@ namespace simulator
     private:
         char const* ClassName() const noexcept override;
 
-        std::shared_ptr<Snapshot> const snapshot_;
-        Ref<Pairing> const pairing_;
+        std::shared_ptr<Snapshot> const m_snapshot;
+        Ref<Pairing> const m_pairing;
     };
 } // namespace simulator

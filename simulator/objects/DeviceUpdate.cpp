@@ -12,9 +12,9 @@ namespace simulator
     } // namespace
 
     DeviceUpdate::DeviceUpdate(std::string id, platform::DeviceInformationKind kind, Properties changed)
-        : id_(std::move(id))
-        , kind_(kind)
-        , changed_(std::move(changed))
+        : m_id(std::move(id))
+        , m_kind(kind)
+        , m_changed(std::move(changed))
     {
     }
 
@@ -27,28 +27,28 @@ namespace simulator
 
     std::string const& DeviceUpdate::Id() const noexcept
     {
-        return id_;
+        return m_id;
     }
 
     Properties const& DeviceUpdate::Changed() const noexcept
     {
-        return changed_;
+        return m_changed;
     }
 
     HRESULT DeviceUpdate::get_Id(HSTRING* value)
     {
-        return GetString("DeviceInformationUpdate.get_Id", id_, value, [&] { return id_; });
+        return GetString("DeviceInformationUpdate.get_Id", m_id, value, [&] { return m_id; });
     }
 
     HRESULT DeviceUpdate::get_Properties(platform::PropertyMap** value)
     {
-        return GetObject("DeviceInformationUpdate.get_Properties", id_, value,
-                         [&] { return MakePropertyMap(changed_); });
+        return GetObject("DeviceInformationUpdate.get_Properties", m_id, value,
+                         [&] { return MakePropertyMap(m_changed); });
     }
 
     HRESULT DeviceUpdate::get_Kind(platform::DeviceInformationKind* value)
     {
-        return Get("DeviceInformationUpdate.get_Kind", id_, value, [&] { return kind_; });
+        return Get("DeviceInformationUpdate.get_Kind", m_id, value, [&] { return m_kind; });
     }
 
     char const* DeviceUpdate::ClassName() const noexcept

@@ -26,8 +26,8 @@ namespace simulator
         char const* ClassName() const noexcept override;
         void* FindOwn(GUID const& id) noexcept override;
 
-        std::string const id_;
-        platform::DeviceInformationKind const kind_;
-        Properties const changed_;
+        std::string const m_id;
+        platform::DeviceInformationKind const m_kind;
+        Properties const m_changed;
     };
 } // namespace simulator

@@ -10,12 +10,12 @@ namespace simulator
 
     DeviceWatcher::DeviceWatcher(Query filter, std::vector<std::string> const& requested,
                                  platform::DeviceInformationKind kind)
-        : watching_(new Watching{std::move(filter), ShownProperties(requested), kind, {}, ObjectLifetime()})
+        : m_watching(new Watching{std::move(filter), ShownProperties(requested), kind, {}, ObjectLifetime()})
     {
         auto& neighbourhood = TheNeighbourhood();
         std::lock_guard const lock(neighbourhood.mutex);
-        watching_->generation = neighbourhood.generation;
-        watching_->name.append("#").append(std::to_string(++neighbourhood.watchersMade));
+        m_watching->generation = neighbourhood.generation;
+        m_watching->name.append("#").append(std::to_string(++neighbourhood.watchersMade));
     }
 
     // A running watcher may be let go of: its threads end by themselves, and this may well be one of them.
@@ -24,80 +24,80 @@ namespace simulator
         auto& neighbourhood = TheNeighbourhood();
         {
             std::lock_guard const lock(neighbourhood.mutex);
-            if (watching_->run)
+            if (m_watching->run)
             {
-                watching_->run->orphaned = true;
+                m_watching->run->orphaned = true;
             }
         }
         neighbourhood.changed.notify_all();
         // What handlers hold is let go of here, not whenever the threads have ended.
-        watching_->added.Clear();
-        watching_->updated.Clear();
-        watching_->removed.Clear();
-        watching_->enumerationCompleted.Clear();
-        watching_->stopped.Clear();
+        m_watching->added.Clear();
+        m_watching->updated.Clear();
+        m_watching->removed.Clear();
+        m_watching->enumerationCompleted.Clear();
+        m_watching->stopped.Clear();
     }
 
     std::string const& DeviceWatcher::Name() const noexcept
     {
-        return watching_->name;
+        return m_watching->name;
     }
 
     HRESULT DeviceWatcher::add_Added(platform::AddedHandler* handler, EventRegistrationToken* token)
     {
-        return watching_->added.Add("DeviceWatcher.add_Added", Name(), handler, token);
+        return m_watching->added.Add("DeviceWatcher.add_Added", Name(), handler, token);
     }
 
     HRESULT DeviceWatcher::remove_Added(EventRegistrationToken token)
     {
-        return watching_->added.Remove("DeviceWatcher.remove_Added", Name(), token);
+        return m_watching->added.Remove("DeviceWatcher.remove_Added", Name(), token);
     }
 
     HRESULT DeviceWatcher::add_Updated(platform::UpdateHandler* handler, EventRegistrationToken* token)
     {
-        return watching_->updated.Add("DeviceWatcher.add_Updated", Name(), handler, token);
+        return m_watching->updated.Add("DeviceWatcher.add_Updated", Name(), handler, token);
     }
 
     HRESULT DeviceWatcher::remove_Updated(EventRegistrationToken token)
     {
-        return watching_->updated.Remove("DeviceWatcher.remove_Updated", Name(), token);
+        return m_watching->updated.Remove("DeviceWatcher.remove_Updated", Name(), token);
     }
 
     HRESULT DeviceWatcher::add_Removed(platform::UpdateHandler* handler, EventRegistrationToken* token)
     {
-        return watching_->removed.Add("DeviceWatcher.add_Removed", Name(), handler, token);
+        return m_watching->removed.Add("DeviceWatcher.add_Removed", Name(), handler, token);
     }
 
     HRESULT DeviceWatcher::remove_Removed(EventRegistrationToken token)
     {
-        return watching_->removed.Remove("DeviceWatcher.remove_Removed", Name(), token);
+        return m_watching->removed.Remove("DeviceWatcher.remove_Removed", Name(), token);
     }
 
     HRESULT DeviceWatcher::add_EnumerationCompleted(platform::WatcherHandler* handler, EventRegistrationToken* token)
     {
-        return watching_->enumerationCompleted.Add("DeviceWatcher.add_EnumerationCompleted", Name(), handler, token);
+        return m_watching->enumerationCompleted.Add("DeviceWatcher.add_EnumerationCompleted", Name(), handler, token);
     }
 
     HRESULT DeviceWatcher::remove_EnumerationCompleted(EventRegistrationToken token)
     {
-        return watching_->enumerationCompleted.Remove("DeviceWatcher.remove_EnumerationCompleted", Name(), token);
+        return m_watching->enumerationCompleted.Remove("DeviceWatcher.remove_EnumerationCompleted", Name(), token);
     }
 
     HRESULT DeviceWatcher::add_Stopped(platform::WatcherHandler* handler, EventRegistrationToken* token)
     {
-        return watching_->stopped.Add("DeviceWatcher.add_Stopped", Name(), handler, token);
+        return m_watching->stopped.Add("DeviceWatcher.add_Stopped", Name(), handler, token);
     }
 
     HRESULT DeviceWatcher::remove_Stopped(EventRegistrationToken token)
     {
-        return watching_->stopped.Remove("DeviceWatcher.remove_Stopped", Name(), token);
+        return m_watching->stopped.Remove("DeviceWatcher.remove_Stopped", Name(), token);
     }
 
     HRESULT DeviceWatcher::get_Status(DeviceWatcherStatus* status)
     {
         return Get("DeviceWatcher.get_Status", Name(), status, [&] {
             std::lock_guard const lock(TheNeighbourhood().mutex);
-            return watching_->status;
+            return m_watching->status;
         });
     }
 
@@ -106,23 +106,23 @@ namespace simulator
         return Call("DeviceWatcher.Start", Name(), [&](std::string&) {
             auto& neighbourhood = TheNeighbourhood();
             std::unique_lock lock(neighbourhood.mutex);
-            if (watching_->generation != neighbourhood.generation)
+            if (m_watching->generation != neighbourhood.generation)
             {
                 return disconnected; // it belongs to a neighbourhood that is no more
             }
-            auto const status = watching_->status;
+            auto const status = m_watching->status;
             if (status != DeviceWatcherStatus::Created && status != DeviceWatcherStatus::Stopped &&
                 status != DeviceWatcherStatus::Aborted)
             {
                 return illegalMethodCall;
             }
-            if (watching_->filter.IsBlank())
+            if (m_watching->filter.IsBlank())
             {
                 return E_INVALIDARG;
             }
-            watching_->status = DeviceWatcherStatus::Started;
-            watching_->run = MakeRun(neighbourhood, watching_);
-            auto const run = watching_->run;
+            m_watching->status = DeviceWatcherStatus::Started;
+            m_watching->run = MakeRun(neighbourhood, m_watching);
+            auto const run = m_watching->run;
             auto const threads = run->threads;
             lock.unlock();
             for (std::int32_t thread = 0; thread < threads; ++thread)
@@ -139,7 +139,7 @@ namespace simulator
             auto& neighbourhood = TheNeighbourhood();
             {
                 std::lock_guard const lock(neighbourhood.mutex);
-                auto& status = watching_->status;
+                auto& status = m_watching->status;
                 if (status == DeviceWatcherStatus::Aborted)
                 {
                     return S_OK;
@@ -149,7 +149,7 @@ namespace simulator
                     return illegalMethodCall;
                 }
                 status = DeviceWatcherStatus::Stopping;
-                watching_->run->stop = true;
+                m_watching->run->stop = true;
             }
             neighbourhood.changed.notify_all();
             return S_OK;

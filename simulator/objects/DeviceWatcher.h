@@ -35,6 +35,6 @@ namespace simulator
     private:
         char const* ClassName() const noexcept override;
 
-        std::shared_ptr<Watching> const watching_;
+        std::shared_ptr<Watching> const m_watching;
     };
 } // namespace simulator

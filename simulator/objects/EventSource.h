@@ -35,8 +35,8 @@ namespace simulator
                 }
                 token->value = NextToken();
                 result = std::to_string(token->value);
-                std::lock_guard const lock(mutex_);
-                registrations_.push_back({token->value, Ref<Handler>(handler)});
+                std::lock_guard const lock(m_mutex);
+                m_registrations.push_back({token->value, Ref<Handler>(handler)});
                 return S_OK;
             });
         }
@@ -52,39 +52,39 @@ namespace simulator
 
         bool IsEmpty()
         {
-            std::lock_guard const lock(mutex_);
-            return registrations_.empty();
+            std::lock_guard const lock(m_mutex);
+            return m_registrations.empty();
         }
 
         std::vector<Registration> Snapshot()
         {
-            std::lock_guard const lock(mutex_);
-            return registrations_;
+            std::lock_guard const lock(m_mutex);
+            return m_registrations;
         }
 
         void Forget(INT64 token)
         {
             Registration dropped{}; // released outside the lock: it may be the handler's last reference
-            std::lock_guard const lock(mutex_);
-            auto const found = std::find_if(registrations_.begin(), registrations_.end(),
+            std::lock_guard const lock(m_mutex);
+            auto const found = std::find_if(m_registrations.begin(), m_registrations.end(),
                                             [&](Registration const& one) { return one.token == token; });
-            if (found != registrations_.end())
+            if (found != m_registrations.end())
             {
                 std::swap(dropped, *found);
-                registrations_.erase(found);
+                m_registrations.erase(found);
             }
         }
 
         void Clear()
         {
             std::vector<Registration> dropped; // released outside the lock, as above
-            std::lock_guard const lock(mutex_);
-            std::swap(dropped, registrations_);
+            std::lock_guard const lock(m_mutex);
+            std::swap(dropped, m_registrations);
         }
 
     private:
-        std::mutex mutex_;
-        std::vector<Registration> registrations_;
+        std::mutex m_mutex;
+        std::vector<Registration> m_registrations;
     };
 
     // Calls the handlers that were registered when the event came up, with no lock held. A handler that is

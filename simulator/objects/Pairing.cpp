@@ -8,61 +8,61 @@ namespace simulator
     using platform::DevicePairingProtectionLevel;
 
     Pairing::Pairing(std::shared_ptr<Snapshot> snapshot)
-        : snapshot_(std::move(snapshot))
-        , custom_(Make<CustomPairing>(snapshot_))
+        : m_snapshot(std::move(snapshot))
+        , m_custom(Make<CustomPairing>(m_snapshot))
     {
     }
 
     HRESULT Pairing::get_IsPaired(boolean* value)
     {
-        return Get("DeviceInformationPairing.get_IsPaired", snapshot_->Id(), value,
-                   [&]() -> boolean { return snapshot_->IsTrue("System.Devices.Aep.IsPaired"); });
+        return Get("DeviceInformationPairing.get_IsPaired", m_snapshot->Id(), value,
+                   [&]() -> boolean { return m_snapshot->IsTrue("System.Devices.Aep.IsPaired"); });
     }
 
     HRESULT Pairing::get_CanPair(boolean* value)
     {
-        return Get("DeviceInformationPairing.get_CanPair", snapshot_->Id(), value,
-                   [&]() -> boolean { return snapshot_->IsTrue("System.Devices.Aep.CanPair"); });
+        return Get("DeviceInformationPairing.get_CanPair", m_snapshot->Id(), value,
+                   [&]() -> boolean { return m_snapshot->IsTrue("System.Devices.Aep.CanPair"); });
     }
 
     HRESULT Pairing::PairAsync(platform::PairingOperation** operation)
     {
-        return GetObject("DeviceInformationPairing.PairAsync", snapshot_->Id(), operation,
-                         [&] { return Pair({.id = snapshot_->Id()}); });
+        return GetObject("DeviceInformationPairing.PairAsync", m_snapshot->Id(), operation,
+                         [&] { return Pair({.id = m_snapshot->Id()}); });
     }
 
     HRESULT Pairing::PairWithProtectionLevelAsync(DevicePairingProtectionLevel level,
                                                   platform::PairingOperation** operation)
     {
-        return GetObject("DeviceInformationPairing.PairWithProtectionLevelAsync", snapshot_->Id() + ", " + Text(level),
-                         operation, [&] { return Pair({.id = snapshot_->Id(), .least = level}); });
+        return GetObject("DeviceInformationPairing.PairWithProtectionLevelAsync", m_snapshot->Id() + ", " + Text(level),
+                         operation, [&] { return Pair({.id = m_snapshot->Id(), .least = level}); });
     }
 
     HRESULT Pairing::get_ProtectionLevel(DevicePairingProtectionLevel* value)
     {
-        return Get("DeviceInformationPairing.get_ProtectionLevel", snapshot_->Id(), value, [&] {
-            return snapshot_->IsTrue("System.Devices.Aep.IsPaired") ? HighestProtection(snapshot_->Id())
-                                                                    : DevicePairingProtectionLevel::None;
+        return Get("DeviceInformationPairing.get_ProtectionLevel", m_snapshot->Id(), value, [&] {
+            return m_snapshot->IsTrue("System.Devices.Aep.IsPaired") ? HighestProtection(m_snapshot->Id())
+                                                                     : DevicePairingProtectionLevel::None;
         });
     }
 
     HRESULT Pairing::get_Custom(platform::IDeviceInformationCustomPairing** value)
     {
-        return GetObject("DeviceInformationPairing.get_Custom", snapshot_->Id(), value, [&] { return custom_; });
+        return GetObject("DeviceInformationPairing.get_Custom", m_snapshot->Id(), value, [&] { return m_custom; });
     }
 
     HRESULT Pairing::PairWithProtectionLevelAndSettingsAsync(DevicePairingProtectionLevel level, void*,
                                                              platform::PairingOperation** operation)
     {
         return GetObject("DeviceInformationPairing.PairWithProtectionLevelAndSettingsAsync",
-                         snapshot_->Id() + ", " + Text(level), operation,
-                         [&] { return Pair({.id = snapshot_->Id(), .least = level}); });
+                         m_snapshot->Id() + ", " + Text(level), operation,
+                         [&] { return Pair({.id = m_snapshot->Id(), .least = level}); });
     }
 
     HRESULT Pairing::UnpairAsync(platform::UnpairingOperation** operation)
     {
-        return GetObject("DeviceInformationPairing.UnpairAsync", snapshot_->Id(), operation,
-                         [&] { return Unpair(snapshot_->Id()); });
+        return GetObject("DeviceInformationPairing.UnpairAsync", m_snapshot->Id(), operation,
+                         [&] { return Unpair(m_snapshot->Id()); });
     }
 
     char const* Pairing::ClassName() const noexcept

@@ -30,8 +30,8 @@ namespace simulator
     private:
         char const* ClassName() const noexcept override;
 
-        std::shared_ptr<Snapshot> const snapshot_;
+        std::shared_ptr<Snapshot> const m_snapshot;
         // One for the device's whole life: handlers are found again by the next one who asks for it.
-        Ref<CustomPairing> const custom_;
+        Ref<CustomPairing> const m_custom;
     };
 } // namespace simulator

@@ -12,20 +12,20 @@ namespace simulator
         {
         public:
             explicit Deferral(std::shared_ptr<Operation> operation)
-                : operation_(std::move(operation))
+                : m_operation(std::move(operation))
             {
             }
 
             // Once only: a second Complete is the program's error.
             HRESULT STDMETHODCALLTYPE Complete() override
             {
-                return Call("Deferral.Complete", operation_->id,
+                return Call("Deferral.Complete", m_operation->id,
                             [&](std::string&) { return Finish() ? S_OK : illegalMethodCall; });
             }
 
             HRESULT STDMETHODCALLTYPE Close() override
             {
-                return Call("Deferral.Close", operation_->id, [&](std::string&) {
+                return Call("Deferral.Close", m_operation->id, [&](std::string&) {
                     Finish();
                     return S_OK;
                 });
@@ -42,55 +42,55 @@ namespace simulator
                 auto& neighbourhood = TheNeighbourhood();
                 {
                     std::lock_guard const lock(neighbourhood.mutex);
-                    if (finished_)
+                    if (m_finished)
                     {
                         return false;
                     }
-                    finished_ = true;
-                    if (--operation_->deferrals == 0)
+                    m_finished = true;
+                    if (--m_operation->deferrals == 0)
                     {
-                        operation_->busy = true; // there is something to do for it again
+                        m_operation->busy = true; // there is something to do for it again
                     }
                 }
                 neighbourhood.changed.notify_all();
                 return true;
             }
 
-            std::shared_ptr<Operation> const operation_;
-            bool finished_ = false;
+            std::shared_ptr<Operation> const m_operation;
+            bool m_finished = false;
         };
     } // namespace
 
     PairingRequest::PairingRequest(std::shared_ptr<Operation> operation, Snapshot const& device,
                                    platform::DevicePairingKinds kind, std::string pin)
-        : operation_(std::move(operation))
-        , id_(device.Id())
-        , deviceKind_(device.Kind())
-        , properties_(device.All())
-        , kind_(kind)
-        , pin_(std::move(pin))
+        : m_operation(std::move(operation))
+        , m_id(device.Id())
+        , m_deviceKind(device.Kind())
+        , m_properties(device.All())
+        , m_kind(kind)
+        , m_pin(std::move(pin))
     {
     }
 
     HRESULT PairingRequest::get_DeviceInformation(platform::IDeviceInformation** value)
     {
-        return GetObject("DevicePairingRequestedEventArgs.get_DeviceInformation", id_, value,
-                         [&] { return Make<DeviceInformation>(id_, deviceKind_, properties_); });
+        return GetObject("DevicePairingRequestedEventArgs.get_DeviceInformation", m_id, value,
+                         [&] { return Make<DeviceInformation>(m_id, m_deviceKind, m_properties); });
     }
 
     HRESULT PairingRequest::get_PairingKind(platform::DevicePairingKinds* value)
     {
-        return Get("DevicePairingRequestedEventArgs.get_PairingKind", id_, value, [&] { return kind_; });
+        return Get("DevicePairingRequestedEventArgs.get_PairingKind", m_id, value, [&] { return m_kind; });
     }
 
     HRESULT PairingRequest::get_Pin(HSTRING* value)
     {
-        return GetString("DevicePairingRequestedEventArgs.get_Pin", id_, value, [&] { return pin_; });
+        return GetString("DevicePairingRequestedEventArgs.get_Pin", m_id, value, [&] { return m_pin; });
     }
 
     HRESULT PairingRequest::Accept()
     {
-        return Call("DevicePairingRequestedEventArgs.Accept", id_, [&](std::string&) {
+        return Call("DevicePairingRequestedEventArgs.Accept", m_id, [&](std::string&) {
             TakeAnswer({});
             return S_OK;
         });
@@ -99,7 +99,7 @@ namespace simulator
     HRESULT PairingRequest::AcceptWithPin(HSTRING pin)
     {
         auto text = FromHstring(pin);
-        return Call("DevicePairingRequestedEventArgs.AcceptWithPin", id_ + ", " + Quoted(text), [&](std::string&) {
+        return Call("DevicePairingRequestedEventArgs.AcceptWithPin", m_id + ", " + Quoted(text), [&](std::string&) {
             TakeAnswer(std::move(text));
             return S_OK;
         });
@@ -107,7 +107,7 @@ namespace simulator
 
     HRESULT PairingRequest::GetDeferral(platform::IDeferral** deferral)
     {
-        return Call("DevicePairingRequestedEventArgs.GetDeferral", id_, [&](std::string&) {
+        return Call("DevicePairingRequestedEventArgs.GetDeferral", m_id, [&](std::string&) {
             if (!deferral)
             {
                 return E_POINTER;
@@ -115,20 +115,20 @@ namespace simulator
             *deferral = nullptr;
             {
                 std::lock_guard const lock(TheNeighbourhood().mutex);
-                if (!operation_->answerable)
+                if (!m_operation->answerable)
                 {
                     return illegalMethodCall;
                 }
-                ++operation_->deferrals;
+                ++m_operation->deferrals;
             }
-            *deferral = Make<Deferral>(operation_).Detach();
+            *deferral = Make<Deferral>(m_operation).Detach();
             return S_OK;
         });
     }
 
     HRESULT PairingRequest::AcceptWithPasswordCredential(void*)
     {
-        return Call("DevicePairingRequestedEventArgs.AcceptWithPasswordCredential", id_,
+        return Call("DevicePairingRequestedEventArgs.AcceptWithPasswordCredential", m_id,
                     [](std::string&) { return E_NOTIMPL; }); // no Bluetooth device asks for one
     }
 
@@ -136,10 +136,10 @@ namespace simulator
     void PairingRequest::TakeAnswer(std::string pin)
     {
         std::lock_guard const lock(TheNeighbourhood().mutex);
-        if (operation_->answerable && !operation_->accepted)
+        if (m_operation->answerable && !m_operation->accepted)
         {
-            operation_->accepted = true;
-            operation_->pin = std::move(pin);
+            m_operation->accepted = true;
+            m_operation->pin = std::move(pin);
         }
     }
 

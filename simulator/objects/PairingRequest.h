@@ -26,11 +26,11 @@ namespace simulator
         char const* ClassName() const noexcept override;
         void TakeAnswer(std::string pin);
 
-        std::shared_ptr<Operation> const operation_;
-        std::string const id_;
-        platform::DeviceInformationKind const deviceKind_;
-        Properties const properties_;
-        platform::DevicePairingKinds const kind_;
-        std::string const pin_;
+        std::shared_ptr<Operation> const m_operation;
+        std::string const m_id;
+        platform::DeviceInformationKind const m_deviceKind;
+        Properties const m_properties;
+        platform::DevicePairingKinds const m_kind;
+        std::string const m_pin;
     };
 } // namespace simulator

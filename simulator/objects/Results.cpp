@@ -15,9 +15,9 @@ namespace simulator
         {
         public:
             PairingResult(std::string device, std::int32_t status, DevicePairingProtectionLevel used)
-                : device_(std::move(device))
-                , status_(static_cast<DevicePairingResultStatus>(status))
-                , used_(used)
+                : m_device(std::move(device))
+                , m_status(static_cast<DevicePairingResultStatus>(status))
+                , m_used(used)
             {
             }
 
@@ -28,26 +28,26 @@ namespace simulator
 
             HRESULT STDMETHODCALLTYPE get_Status(DevicePairingResultStatus* value) override
             {
-                return Get("DevicePairingResult.get_Status", device_, value, [&] { return status_; });
+                return Get("DevicePairingResult.get_Status", m_device, value, [&] { return m_status; });
             }
 
             HRESULT STDMETHODCALLTYPE get_ProtectionLevelUsed(DevicePairingProtectionLevel* value) override
             {
-                return Get("DevicePairingResult.get_ProtectionLevelUsed", device_, value, [&] { return used_; });
+                return Get("DevicePairingResult.get_ProtectionLevelUsed", m_device, value, [&] { return m_used; });
             }
 
         private:
-            std::string const device_;
-            DevicePairingResultStatus const status_;
-            DevicePairingProtectionLevel const used_;
+            std::string const m_device;
+            DevicePairingResultStatus const m_status;
+            DevicePairingProtectionLevel const m_used;
         };
 
         class UnpairingResult final : public Object<platform::IDeviceUnpairingResult>
         {
         public:
             UnpairingResult(std::string device, std::int32_t status)
-                : device_(std::move(device))
-                , status_(static_cast<DeviceUnpairingResultStatus>(status))
+                : m_device(std::move(device))
+                , m_status(static_cast<DeviceUnpairingResultStatus>(status))
             {
             }
 
@@ -58,12 +58,12 @@ namespace simulator
 
             HRESULT STDMETHODCALLTYPE get_Status(DeviceUnpairingResultStatus* value) override
             {
-                return Get("DeviceUnpairingResult.get_Status", device_, value, [&] { return status_; });
+                return Get("DeviceUnpairingResult.get_Status", m_device, value, [&] { return m_status; });
             }
 
         private:
-            std::string const device_;
-            DeviceUnpairingResultStatus const status_;
+            std::string const m_device;
+            DeviceUnpairingResultStatus const m_status;
         };
     } // namespace
 

@@ -48,48 +48,48 @@ namespace simulator
     }
 
     Snapshot::Snapshot(std::string id, platform::DeviceInformationKind kind, Properties properties)
-        : id_(std::move(id))
-        , kind_(kind)
-        , properties_(std::move(properties))
+        : m_id(std::move(id))
+        , m_kind(kind)
+        , m_properties(std::move(properties))
     {
     }
 
     std::string const& Snapshot::Id() const noexcept
     {
-        return id_;
+        return m_id;
     }
 
     platform::DeviceInformationKind Snapshot::Kind() const noexcept
     {
-        return kind_;
+        return m_kind;
     }
 
     Properties Snapshot::All() const
     {
-        std::lock_guard const lock(mutex_);
-        return properties_;
+        std::lock_guard const lock(m_mutex);
+        return m_properties;
     }
 
     bool Snapshot::IsTrue(std::string_view property) const
     {
-        std::lock_guard const lock(mutex_);
-        return simulator::IsTrue(properties_, property);
+        std::lock_guard const lock(m_mutex);
+        return simulator::IsTrue(m_properties, property);
     }
 
     std::string Snapshot::String(std::string_view property) const
     {
-        std::lock_guard const lock(mutex_);
-        auto const found = properties_.find(property);
-        auto const* const text = found == properties_.end() ? nullptr : std::get_if<std::string>(&found->second);
+        std::lock_guard const lock(m_mutex);
+        auto const found = m_properties.find(property);
+        auto const* const text = found == m_properties.end() ? nullptr : std::get_if<std::string>(&found->second);
         return text ? *text : std::string();
     }
 
     void Snapshot::Update(Properties const& changed)
     {
-        std::lock_guard const lock(mutex_);
+        std::lock_guard const lock(m_mutex);
         for (auto const& [name, value] : changed)
         {
-            properties_.insert_or_assign(name, value);
+            m_properties.insert_or_assign(name, value);
         }
     }
 } // namespace simulator

@@ -30,9 +30,9 @@ namespace simulator
         void Update(Properties const& changed);
 
     private:
-        std::string const id_;
-        platform::DeviceInformationKind const kind_;
-        mutable std::mutex mutex_;
-        Properties properties_;
+        std::string const m_id;
+        platform::DeviceInformationKind const m_kind;
+        mutable std::mutex m_mutex;
+        Properties m_properties;
     };
 } // namespace simulator

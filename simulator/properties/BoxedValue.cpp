@@ -91,7 +91,7 @@ namespace simulator
         {
         public:
             explicit BoxedValue(T value)
-                : value_(std::move(value))
+                : m_value(std::move(value))
             {
             }
 
@@ -102,7 +102,7 @@ namespace simulator
 
             HRESULT STDMETHODCALLTYPE get_Value(typename Outside<T>::Type* value) override
             {
-                return value ? Give(value_, value) : E_POINTER;
+                return value ? Give(m_value, value) : E_POINTER;
             }
 
             HRESULT STDMETHODCALLTYPE get_Type(PropertyType* value) override
@@ -280,7 +280,7 @@ namespace simulator
                 }
             }
 
-            T const value_;
+            T const m_value;
         };
     } // namespace
 

@@ -19,8 +19,8 @@ namespace simulator
         {
         public:
             PropertyPair(std::string key, Ref<::IInspectable> value)
-                : key_(std::move(key))
-                , value_(std::move(value))
+                : m_key(std::move(key))
+                , m_value(std::move(value))
             {
             }
 
@@ -31,22 +31,22 @@ namespace simulator
 
             HRESULT STDMETHODCALLTYPE get_Key(HSTRING* key) override
             {
-                return key ? MakeHstring(key_, key) : E_POINTER;
+                return key ? MakeHstring(m_key, key) : E_POINTER;
             }
 
             HRESULT STDMETHODCALLTYPE get_Value(::IInspectable** value) override
             {
-                return value ? (*value = Ref(value_).Detach(), S_OK) : E_POINTER;
+                return value ? (*value = Ref(m_value).Detach(), S_OK) : E_POINTER;
             }
 
             std::string const& Key() const noexcept
             {
-                return key_;
+                return m_key;
             }
 
         private:
-            std::string const key_;
-            Ref<::IInspectable> const value_;
+            std::string const m_key;
+            Ref<::IInspectable> const m_value;
         };
 
         using PropertyPairs = std::vector<Ref<PropertyPair>>;
@@ -55,7 +55,7 @@ namespace simulator
         {
         public:
             explicit PropertyIterator(std::shared_ptr<PropertyPairs const> pairs)
-                : pairs_(std::move(pairs))
+                : m_pairs(std::move(pairs))
             {
             }
 
@@ -72,22 +72,22 @@ namespace simulator
                     return E_POINTER;
                 }
                 *value = nullptr;
-                if (next_ >= pairs_->size())
+                if (m_next >= m_pairs->size())
                 {
                     return outOfBounds;
                 }
-                *value = Ref<PropertyPair>((*pairs_)[next_]).Detach();
+                *value = Ref<PropertyPair>((*m_pairs)[m_next]).Detach();
                 return S_OK;
             }
 
             HRESULT STDMETHODCALLTYPE get_HasCurrent(boolean* value) override
             {
-                return value ? (*value = next_ < pairs_->size(), S_OK) : E_POINTER;
+                return value ? (*value = m_next < m_pairs->size(), S_OK) : E_POINTER;
             }
 
             HRESULT STDMETHODCALLTYPE MoveNext(boolean* value) override
             {
-                next_ = std::min(next_ + 1, pairs_->size());
+                m_next = std::min(m_next + 1, m_pairs->size());
                 return get_HasCurrent(value);
             }
 
@@ -97,16 +97,16 @@ namespace simulator
                 {
                     return E_POINTER;
                 }
-                for (*actual = 0; *actual < capacity && next_ < pairs_->size(); ++*actual, ++next_)
+                for (*actual = 0; *actual < capacity && m_next < m_pairs->size(); ++*actual, ++m_next)
                 {
-                    values[*actual] = Ref<PropertyPair>((*pairs_)[next_]).Detach();
+                    values[*actual] = Ref<PropertyPair>((*m_pairs)[m_next]).Detach();
                 }
                 return S_OK;
             }
 
         private:
-            std::shared_ptr<PropertyPairs const> const pairs_;
-            std::size_t next_ = 0;
+            std::shared_ptr<PropertyPairs const> const m_pairs;
+            std::size_t m_next = 0;
         };
 
         class FrozenMap final : public Object<platform::PropertyMap, Pairs>
@@ -119,7 +119,7 @@ namespace simulator
                 {
                     pairs->push_back(Make<PropertyPair>(name, Box(value)));
                 }
-                pairs_ = std::move(pairs);
+                m_pairs = std::move(pairs);
             }
 
             char const* ClassName() const noexcept override
@@ -140,7 +140,7 @@ namespace simulator
 
             HRESULT STDMETHODCALLTYPE get_Size(UINT32* size) override
             {
-                return size ? (*size = static_cast<UINT32>(pairs_->size()), S_OK) : E_POINTER;
+                return size ? (*size = static_cast<UINT32>(m_pairs->size()), S_OK) : E_POINTER;
             }
 
             HRESULT STDMETHODCALLTYPE HasKey(HSTRING key, boolean* found) override
@@ -156,19 +156,19 @@ namespace simulator
 
             HRESULT STDMETHODCALLTYPE First(PairIterator** iterator) override
             {
-                return iterator ? (*iterator = Make<PropertyIterator>(pairs_).Detach(), S_OK) : E_POINTER;
+                return iterator ? (*iterator = Make<PropertyIterator>(m_pairs).Detach(), S_OK) : E_POINTER;
             }
 
         private:
             PropertyPair* Find(HSTRING key) const
             {
                 auto const name = FromHstring(key);
-                auto const found = std::find_if(pairs_->begin(), pairs_->end(),
+                auto const found = std::find_if(m_pairs->begin(), m_pairs->end(),
                                                 [&](Ref<PropertyPair> const& pair) { return pair->Key() == name; });
-                return found == pairs_->end() ? nullptr : found->Get();
+                return found == m_pairs->end() ? nullptr : found->Get();
             }
 
-            std::shared_ptr<PropertyPairs const> pairs_;
+            std::shared_ptr<PropertyPairs const> m_pairs;
         };
     } // namespace
 

@@ -133,19 +133,19 @@ namespace simulator
         Query query;
         if (!std::ranges::all_of(text, aqs::IsBlank))
         {
-            query.expression = std::make_shared<aqs::Expression const>(aqs::ParseWhole(text));
+            query.m_expression = std::make_shared<aqs::Expression const>(aqs::ParseWhole(text));
         }
-        query.blank = !text.empty() && !query.expression;
+        query.m_blank = !text.empty() && !query.m_expression;
         return query;
     }
 
     bool Query::Matches(Properties const& properties) const
     {
-        return !expression || aqs::Holds(*expression, properties);
+        return !m_expression || aqs::Holds(*m_expression, properties);
     }
 
     bool Query::IsBlank() const
     {
-        return blank;
+        return m_blank;
     }
 } // namespace simulator

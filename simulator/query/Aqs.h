@@ -40,7 +40,7 @@ namespace simulator
         bool IsBlank() const;
 
     private:
-        std::shared_ptr<aqs::Expression const> expression; // none: matches everything
-        bool blank = false;
+        std::shared_ptr<aqs::Expression const> m_expression; // none: matches everything
+        bool m_blank = false;
     };
 } // namespace simulator

@@ -55,26 +55,26 @@ namespace simulator::aqs
     }
 
     Lexer::Lexer(std::string_view query)
-        : text(query)
+        : m_text(query)
     {
-        ahead = Scan();
+        m_ahead = Scan();
     }
 
     Token Lexer::Take()
     {
-        auto const taken = ahead;
-        ahead = Scan();
+        auto const taken = m_ahead;
+        m_ahead = Scan();
         return taken;
     }
 
     Token Lexer::Scan()
     {
         SkipBlanks();
-        if (position == text.size())
+        if (m_position == m_text.size())
         {
             return Cut(TokenKind::End, 0);
         }
-        switch (text[position])
+        switch (m_text[m_position])
         {
         case '(':
             return Cut(TokenKind::Open, 1);
@@ -87,28 +87,28 @@ namespace simulator::aqs
         case '{':
             return ScanDelimited(TokenKind::Braced, '}');
         case '[':
-            if (text.substr(position).starts_with("[]"))
+            if (m_text.substr(m_position).starts_with("[]"))
             {
                 return Cut(TokenKind::Null, 2);
             }
             break;
         default:
-            if (IsWordCharacter(text[position]))
+            if (IsWordCharacter(m_text[m_position]))
             {
                 return ScanWord();
             }
         }
-        Fail(std::string("unexpected '") + text[position] + "'", position);
+        Fail(std::string("unexpected '") + m_text[m_position] + "'", m_position);
     }
 
     Token Lexer::ScanCompare()
     {
         auto token = Cut(TokenKind::Compare, 1);
         SkipBlanks();
-        auto const rest = text.substr(position);
+        auto const rest = m_text.substr(m_position);
         if (rest.substr(0, WordLength(rest)) == "NOT")
         {
-            position += 3;
+            m_position += 3;
             token.compare = Operator::NotEqual;
             return token;
         }
@@ -116,7 +116,7 @@ namespace simulator::aqs
         {
             if (rest.starts_with(spelling.text))
             {
-                position += spelling.text.size();
+                m_position += spelling.text.size();
                 token.compare = spelling.compare;
                 return token;
             }
@@ -126,12 +126,12 @@ namespace simulator::aqs
 
     Token Lexer::ScanDelimited(TokenKind kind, char last)
     {
-        auto const end = text.find(last, position + 1);
+        auto const end = m_text.find(last, m_position + 1);
         if (end == std::string_view::npos)
         {
-            Fail(std::string("no closing ") + last + " for what begins", position);
+            Fail(std::string("no closing ") + last + " for what begins", m_position);
         }
-        auto token = Cut(kind, end + 1 - position);
+        auto token = Cut(kind, end + 1 - m_position);
         if (kind == TokenKind::Quoted)
         {
             token.text = token.text.substr(1, token.text.size() - 2);
@@ -141,8 +141,8 @@ namespace simulator::aqs
 
     Token Lexer::ScanWord()
     {
-        auto const length = WordLength(text.substr(position));
-        auto const word = text.substr(position, length);
+        auto const length = WordLength(m_text.substr(m_position));
+        auto const word = m_text.substr(m_position, length);
         if (word == "AND")
         {
             return Cut(TokenKind::And, length);
@@ -162,16 +162,16 @@ namespace simulator::aqs
 
     void Lexer::SkipBlanks()
     {
-        while (position < text.size() && IsBlank(text[position]))
+        while (m_position < m_text.size() && IsBlank(m_text[m_position]))
         {
-            ++position;
+            ++m_position;
         }
     }
 
     Token Lexer::Cut(TokenKind kind, std::size_t length)
     {
-        Token token{kind, text.substr(position, length), position};
-        position += length;
+        Token token{kind, m_text.substr(m_position, length), m_position};
+        m_position += length;
         return token;
     }
 } // namespace simulator::aqs

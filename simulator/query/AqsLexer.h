@@ -51,7 +51,7 @@ namespace simulator::aqs
         // The token that Take() would hand out.
         Token const& Ahead() const
         {
-            return ahead;
+            return m_ahead;
         }
 
         Token Take();
@@ -64,9 +64,9 @@ namespace simulator::aqs
         void SkipBlanks();
         Token Cut(TokenKind kind, std::size_t length);
 
-        std::string_view const text;
-        std::size_t position = 0;
-        Token ahead;
+        std::string_view const m_text;
+        std::size_t m_position = 0;
+        Token m_ahead;
     };
 
     bool IsBlank(char character) noexcept;

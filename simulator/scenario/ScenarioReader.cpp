@@ -25,21 +25,21 @@ namespace simulator
     } // namespace
 
     TableReader::TableReader(toml::table const& contents, std::string_view sourceName)
-        : table(&contents)
-        , source(sourceName)
+        : m_table(&contents)
+        , m_source(sourceName)
     {
     }
 
     bool TableReader::Has(std::string_view key) const
     {
-        return table->contains(key);
+        return m_table->contains(key);
     }
 
     void TableReader::Read(std::string_view key, bool& target)
     {
         if (auto const* node = Find(key))
         {
-            target = std::get<bool>(ReadValue(*node, source, PropertyKind::Boolean));
+            target = std::get<bool>(ReadValue(*node, m_source, PropertyKind::Boolean));
         }
     }
 
@@ -47,7 +47,7 @@ namespace simulator
     {
         if (auto const* node = Find(key))
         {
-            target = std::get<std::string>(ReadValue(*node, source, PropertyKind::String));
+            target = std::get<std::string>(ReadValue(*node, m_source, PropertyKind::String));
         }
     }
 
@@ -55,7 +55,7 @@ namespace simulator
     {
         if (auto const* node = Find(key))
         {
-            target = ReadValue(*node, source, kind);
+            target = ReadValue(*node, m_source, kind);
         }
     }
 
@@ -131,7 +131,7 @@ namespace simulator
         {
             FailAt(key, "a table is expected");
         }
-        return TableReader(*node->as_table(), source);
+        return TableReader(*node->as_table(), m_source);
     }
 
     std::vector<TableReader> TableReader::Tables(std::string_view key)
@@ -146,7 +146,7 @@ namespace simulator
             }
             for (auto const& entry : *list)
             {
-                readers.emplace_back(*entry.as_table(), source);
+                readers.emplace_back(*entry.as_table(), m_source);
             }
         }
         return readers;
@@ -155,7 +155,7 @@ namespace simulator
     std::vector<std::string_view> TableReader::Keys() const
     {
         std::vector<std::string_view> keys;
-        for (auto const& entry : *table)
+        for (auto const& entry : *m_table)
         {
             keys.push_back(entry.first.str());
         }
@@ -166,7 +166,7 @@ namespace simulator
     {
         for (auto const key : Keys())
         {
-            if (std::ranges::find(known, key) == known.end())
+            if (std::ranges::find(m_known, key) == m_known.end())
             {
                 FailAt(key, "unknown key");
             }
@@ -175,18 +175,18 @@ namespace simulator
 
     void TableReader::FailHere(std::string_view reason) const
     {
-        Fail(table->source(), source, reason);
+        Fail(m_table->source(), m_source, reason);
     }
 
     void TableReader::FailAt(std::string_view key, std::string_view reason) const
     {
-        Fail(table->find(key)->first.source(), source, Quoted(key) + ": " + std::string(reason));
+        Fail(m_table->find(key)->first.source(), m_source, Quoted(key) + ": " + std::string(reason));
     }
 
     toml::node const* TableReader::Find(std::string_view key)
     {
-        known.emplace_back(key);
-        return table->get(key);
+        m_known.emplace_back(key);
+        return m_table->get(key);
     }
 
     std::int64_t TableReader::NumberOf(std::string_view key, toml::node const& node, std::span<Name const> names) const

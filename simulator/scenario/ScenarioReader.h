@@ -67,8 +67,8 @@ namespace simulator
         std::optional<std::int64_t> ReadNumberWithin(std::string_view key, std::span<Name const> names,
                                                      std::int64_t least, std::int64_t most);
 
-        toml::table const* table;
-        std::string_view source;
-        std::vector<std::string> known; // the keys asked for so far
+        toml::table const* m_table;
+        std::string_view m_source;
+        std::vector<std::string> m_known; // the keys asked for so far
     };
 } // namespace simulator

@@ -107,9 +107,9 @@ namespace simulator
     {
     public:
         consteval Method(char const* name)
-            : name_(name)
+            : m_name(name)
         {
-            if (!IsMethod(name_))
+            if (!IsMethod(m_name))
             {
                 throw "not in the table of methods";
             }
@@ -117,10 +117,10 @@ namespace simulator
 
         constexpr std::string_view Name() const noexcept
         {
-            return name_;
+            return m_name;
         }
 
     private:
-        std::string_view name_;
+        std::string_view m_name;
     };
 } // namespace simulator

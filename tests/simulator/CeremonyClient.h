@@ -19,14 +19,14 @@ namespace client
         explicit Pairer(std::string const& id, Answer answer = Accept)
             : device(FindDevice(id))
             , custom(CustomOf(device))
-            , answer_(std::move(answer))
+            , m_answer(std::move(answer))
         {
             EventRegistrationToken token{};
             custom->add_PairingRequested(
                 On<PairingRequestedHandler>([this](auto*, IDevicePairingRequestedEventArgs* request) {
                     ++requests;
                     thread = GetCurrentThreadId();
-                    answer_(request);
+                    m_answer(request);
                     return S_OK;
                 }).Get(),
                 &token);
@@ -73,7 +73,7 @@ namespace client
         std::atomic<DWORD> thread{0};
 
     private:
-        Answer answer_;
+        Answer m_answer;
     };
 
     inline int UnpairOutcome(Com<UnpairingOperation> const& operation)

@@ -19,7 +19,7 @@ namespace client
         {
         public:
             explicit Names(std::vector<std::string> names)
-                : names_(std::move(names))
+                : m_names(std::move(names))
             {
             }
 
@@ -63,23 +63,23 @@ namespace client
 
             HRESULT STDMETHODCALLTYPE get_Current(HSTRING* value) override
             {
-                if (next_ == names_.size())
+                if (m_next == m_names.size())
                 {
                     return outOfBounds;
                 }
-                String const text(names_[next_]);
+                String const text(m_names[m_next]);
                 return WindowsDuplicateString(text.Get(), value);
             }
 
             HRESULT STDMETHODCALLTYPE get_HasCurrent(boolean* value) override
             {
-                *value = next_ < names_.size();
+                *value = m_next < m_names.size();
                 return S_OK;
             }
 
             HRESULT STDMETHODCALLTYPE MoveNext(boolean* value) override
             {
-                ++next_;
+                ++m_next;
                 return get_HasCurrent(value);
             }
 
@@ -89,8 +89,8 @@ namespace client
             }
 
         private:
-            std::vector<std::string> names_;
-            std::size_t next_ = 0;
+            std::vector<std::string> m_names;
+            std::size_t m_next = 0;
         };
     } // namespace
 
@@ -99,18 +99,18 @@ namespace client
         int const size = MultiByteToWideChar(CP_UTF8, 0, utf8.data(), static_cast<int>(utf8.size()), nullptr, 0);
         std::wstring wide(static_cast<std::size_t>(size), L'\0');
         MultiByteToWideChar(CP_UTF8, 0, utf8.data(), static_cast<int>(utf8.size()), wide.data(), size);
-        WindowsCreateString(wide.data(), static_cast<UINT32>(size), &text_);
+        WindowsCreateString(wide.data(), static_cast<UINT32>(size), &m_text);
     }
 
     String::~String()
     {
-        WindowsDeleteString(text_);
+        WindowsDeleteString(m_text);
     }
 
     std::string String::Utf8() const
     {
         UINT32 size = 0;
-        auto const* const wide = WindowsGetStringRawBuffer(text_, &size);
+        auto const* const wide = WindowsGetStringRawBuffer(m_text, &size);
         int const needed = WideCharToMultiByte(CP_UTF8, 0, wide, static_cast<int>(size), nullptr, 0, nullptr, nullptr);
         std::string utf8(static_cast<std::size_t>(needed), '\0');
         WideCharToMultiByte(CP_UTF8, 0, wide, static_cast<int>(size), utf8.data(), needed, nullptr, nullptr);

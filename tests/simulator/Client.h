@@ -41,27 +41,27 @@ namespace client
         Com() = default;
 
         explicit Com(T* shared)
-            : object_(shared)
+            : m_object(shared)
         {
-            if (object_)
+            if (m_object)
             {
-                object_->AddRef();
+                m_object->AddRef();
             }
         }
 
         Com(Com const& other)
-            : Com(other.object_)
+            : Com(other.m_object)
         {
         }
 
         Com(Com&& other) noexcept
-            : object_(std::exchange(other.object_, nullptr))
+            : m_object(std::exchange(other.m_object, nullptr))
         {
         }
 
         Com& operator=(Com other) noexcept
         {
-            std::swap(object_, other.object_);
+            std::swap(m_object, other.m_object);
             return *this;
         }
 
@@ -72,7 +72,7 @@ namespace client
 
         void Reset()
         {
-            if (auto* const old = std::exchange(object_, nullptr))
+            if (auto* const old = std::exchange(m_object, nullptr))
             {
                 old->Release();
             }
@@ -81,22 +81,22 @@ namespace client
         T** Put()
         {
             Reset();
-            return &object_;
+            return &m_object;
         }
 
         T* Get() const
         {
-            return object_;
+            return m_object;
         }
 
         T* operator->() const
         {
-            return object_;
+            return m_object;
         }
 
         explicit operator bool() const
         {
-            return object_ != nullptr;
+            return m_object != nullptr;
         }
 
         template <typename U>
@@ -104,7 +104,7 @@ namespace client
         {
             Com<U> other;
             void* found = nullptr;
-            EXPECT_HRESULT_SUCCEEDED(object_->QueryInterface(iid_of<U>, &found));
+            EXPECT_HRESULT_SUCCEEDED(m_object->QueryInterface(iid_of<U>, &found));
             *other.Put() = static_cast<U*>(found);
             return other;
         }
@@ -118,7 +118,7 @@ namespace client
         bool Answers(GUID const& id) const
         {
             void* found = nullptr;
-            if (FAILED(object_->QueryInterface(id, &found)))
+            if (FAILED(m_object->QueryInterface(id, &found)))
             {
                 return false;
             }
@@ -127,7 +127,7 @@ namespace client
         }
 
     private:
-        T* object_ = nullptr;
+        T* m_object = nullptr;
     };
 
     // A text for the boundary.
@@ -142,18 +142,18 @@ namespace client
 
         HSTRING Get() const
         {
-            return text_;
+            return m_text;
         }
 
         HSTRING* Put()
         {
-            return &text_;
+            return &m_text;
         }
 
         std::string Utf8() const;
 
     private:
-        HSTRING text_ = nullptr;
+        HSTRING m_text = nullptr;
     };
 
     // Any delegate: AddedHandler, PairingCompletedHandler, ...
@@ -167,7 +167,7 @@ namespace client
         using Function = std::function<HRESULT(Arguments...)>;
 
         explicit HandlerBase(Function function)
-            : function_(std::move(function))
+            : m_function(std::move(function))
         {
         }
 
@@ -185,12 +185,12 @@ namespace client
 
         ULONG STDMETHODCALLTYPE AddRef() override
         {
-            return ++references_;
+            return ++m_references;
         }
 
         ULONG STDMETHODCALLTYPE Release() override
         {
-            ULONG const left = --references_;
+            ULONG const left = --m_references;
             if (left == 0)
             {
                 delete this;
@@ -200,15 +200,15 @@ namespace client
 
         HRESULT STDMETHODCALLTYPE Invoke(Arguments... arguments) override
         {
-            return function_(arguments...);
+            return m_function(arguments...);
         }
 
     protected:
         virtual ~HandlerBase() = default;
 
     private:
-        std::atomic<ULONG> references_{1};
-        Function function_;
+        std::atomic<ULONG> m_references{1};
+        Function m_function;
     };
 
     template <typename Sender, typename Args>

@@ -26,48 +26,48 @@ namespace
     public:
         HRESULT Pass()
         {
-            std::unique_lock lock(mutex_);
-            threads_.insert(GetCurrentThreadId());
-            ++inside_;
-            most_ = std::max(most_, inside_);
-            changed_.notify_all();
-            EXPECT_TRUE(changed_.wait_for(lock, std::chrono::milliseconds(patience), [&] { return open_; }));
-            --inside_;
+            std::unique_lock lock(m_mutex);
+            m_threads.insert(GetCurrentThreadId());
+            ++m_inside;
+            m_most = std::max(m_most, m_inside);
+            m_changed.notify_all();
+            EXPECT_TRUE(m_changed.wait_for(lock, std::chrono::milliseconds(patience), [&] { return m_open; }));
+            --m_inside;
             return S_OK;
         }
 
         bool WaitFor(int inside, std::chrono::milliseconds limit = std::chrono::milliseconds(patience))
         {
-            std::unique_lock lock(mutex_);
-            return changed_.wait_for(lock, limit, [&] { return inside_ >= inside; });
+            std::unique_lock lock(m_mutex);
+            return m_changed.wait_for(lock, limit, [&] { return m_inside >= inside; });
         }
 
         void Open()
         {
-            std::lock_guard const lock(mutex_);
-            open_ = true;
-            changed_.notify_all();
+            std::lock_guard const lock(m_mutex);
+            m_open = true;
+            m_changed.notify_all();
         }
 
         int Most()
         {
-            std::lock_guard const lock(mutex_);
-            return most_;
+            std::lock_guard const lock(m_mutex);
+            return m_most;
         }
 
         std::size_t Threads()
         {
-            std::lock_guard const lock(mutex_);
-            return threads_.size();
+            std::lock_guard const lock(m_mutex);
+            return m_threads.size();
         }
 
     private:
-        std::mutex mutex_;
-        std::condition_variable changed_;
-        std::set<DWORD> threads_;
-        bool open_ = false;
-        int inside_ = 0;
-        int most_ = 0;
+        std::mutex m_mutex;
+        std::condition_variable m_changed;
+        std::set<DWORD> m_threads;
+        bool m_open = false;
+        int m_inside = 0;
+        int m_most = 0;
     };
 
     class EventThreads : public SimulatorTest

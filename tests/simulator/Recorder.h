@@ -53,22 +53,22 @@ namespace client
         // The same, whatever is still on its way.
         std::vector<std::string> HeardSoFar()
         {
-            std::lock_guard const lock(mutex_);
-            return std::exchange(heard_, {});
+            std::lock_guard const lock(m_mutex);
+            return std::exchange(m_heard, {});
         }
 
         std::vector<DWORD> Threads()
         {
-            std::lock_guard const lock(mutex_);
-            return threads_;
+            std::lock_guard const lock(m_mutex);
+            return m_threads;
         }
 
     private:
         HRESULT Write(std::string line)
         {
-            std::lock_guard const lock(mutex_);
-            heard_.push_back(std::move(line));
-            threads_.push_back(GetCurrentThreadId());
+            std::lock_guard const lock(m_mutex);
+            m_heard.push_back(std::move(line));
+            m_threads.push_back(GetCurrentThreadId());
             return S_OK;
         }
 
@@ -78,8 +78,8 @@ namespace client
             return Write(event + " in status " + std::to_string(status) + (nothing ? " with an argument" : ""));
         }
 
-        std::mutex mutex_;
-        std::vector<std::string> heard_;
-        std::vector<DWORD> threads_;
+        std::mutex m_mutex;
+        std::vector<std::string> m_heard;
+        std::vector<DWORD> m_threads;
     };
 } // namespace client
