@@ -99,6 +99,12 @@ namespace
         Happen(neighbourhood, {id, inRange, {}});
     }
 
+    void ForgetCalls()
+    {
+        ForgetFailures();
+        ClearTrace();
+    }
+
     int EndOperation(char const* id, bool unpairing, Outcome const& outcome)
     {
         return Verb([&] {
@@ -133,12 +139,18 @@ char const* SimulatorLastError(void)
 
 void SimulatorReset(void)
 {
-    Verb([] { RestartWithFirstScenario(); });
+    Verb([] {
+        RestartWithFirstScenario();
+        ForgetCalls();
+    });
 }
 
 int SimulateScenario(char const* toml)
 {
-    return Verb([&] { Restart(ParseScenario(Given(toml, "the scenario"), "scenario")); });
+    return Verb([&] {
+        Restart(ParseScenario(Given(toml, "the scenario"), "scenario"));
+        ForgetCalls();
+    });
 }
 
 int SimulateDeviceAppears(char const* id)

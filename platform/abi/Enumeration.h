@@ -3,85 +3,10 @@
 #pragma once
 
 #include "platform/abi/Collections.h"
+#include "platform/abi/EnumerationValues.h"
 
 namespace platform
 {
-    enum class DeviceInformationKind : INT32
-    {
-        Unknown = 0,
-        DeviceInterface = 1,
-        DeviceContainer = 2,
-        Device = 3,
-        DeviceInterfaceClass = 4,
-        AssociationEndpoint = 5,
-        AssociationEndpointContainer = 6,
-        AssociationEndpointService = 7,
-        DevicePanel = 8,
-        AssociationEndpointProtocol = 9,
-    };
-
-    enum class DeviceWatcherStatus : INT32
-    {
-        Created = 0,
-        Started = 1,
-        EnumerationCompleted = 2,
-        Stopping = 3,
-        Stopped = 4,
-        Aborted = 5,
-    };
-
-    enum class DevicePairingKinds : UINT32
-    {
-        None = 0,
-        ConfirmOnly = 1,
-        DisplayPin = 2,
-        ProvidePin = 4,
-        ConfirmPinMatch = 8,
-        ProvidePasswordCredential = 16,
-        ProvideAddress = 32,
-    };
-
-    enum class DevicePairingProtectionLevel : INT32
-    {
-        Default = 0,
-        None = 1,
-        Encryption = 2,
-        EncryptionAndAuthentication = 3,
-    };
-
-    enum class DevicePairingResultStatus : INT32
-    {
-        Paired = 0,
-        NotReadyToPair = 1,
-        NotPaired = 2,
-        AlreadyPaired = 3,
-        ConnectionRejected = 4,
-        TooManyConnections = 5,
-        HardwareFailure = 6,
-        AuthenticationTimeout = 7,
-        AuthenticationNotAllowed = 8,
-        AuthenticationFailure = 9,
-        NoSupportedProfiles = 10,
-        ProtectionLevelCouldNotBeMet = 11,
-        AccessDenied = 12,
-        InvalidCeremonyData = 13,
-        PairingCanceled = 14,
-        OperationAlreadyInProgress = 15,
-        RequiredHandlerNotRegistered = 16,
-        RejectedByHandler = 17,
-        RemoteDeviceHasAssociation = 18,
-        Failed = 19,
-    };
-
-    enum class DeviceUnpairingResultStatus : INT32
-    {
-        Unpaired = 0,
-        AlreadyUnpaired = 1,
-        OperationAlreadyInProgress = 2,
-        AccessDenied = 3,
-        Failed = 4,
-    };
-
     struct IDeviceInformation;
     struct IDeviceInformationUpdate;
     struct IDevicePairingResult;

@@ -4,10 +4,8 @@
 #include "simulator/neighbourhood/StateFile.h"
 #include "simulator/neighbourhood/WatcherRun.h"
 #include "simulator/scenario/FirstScenario.h"
-#include "simulator/trace/Call.h"
 
 #include <algorithm>
-#include <atomic>
 #include <functional>
 
 namespace simulator
@@ -67,8 +65,6 @@ namespace simulator
                     cancel();
                 }
             }
-            ForgetFailures();
-            ClearTrace();
         }
 
         bool IsIdle(Neighbourhood const& neighbourhood)
@@ -114,7 +110,7 @@ namespace simulator
         for (auto const& [property, value] : happening.values)
         {
             auto const entry = neighbour->endpoint.properties.insert_or_assign(property, value).first;
-            pairingChanged = pairingChanged || entry->first == "System.Devices.Aep.IsPaired";
+            pairingChanged = pairingChanged || entry->first == isPairedProperty;
         }
         if (pairingChanged)
         {
@@ -164,17 +160,5 @@ namespace simulator
         std::unique_lock lock(neighbourhood.mutex);
         neighbourhood.changed.wait(lock, [&] { return !neighbourhood.held || generation != neighbourhood.generation; });
         return generation == neighbourhood.generation;
-    }
-
-    INT64 NextToken() noexcept
-    {
-        static constinit std::atomic<INT64> last{0};
-        return ++last;
-    }
-
-    bool IsTrue(Properties const& properties, std::string_view name)
-    {
-        auto const found = properties.find(name);
-        return found != properties.end() && found->second == Value(true);
     }
 } // namespace simulator

@@ -1,9 +1,8 @@
-// What all simulated objects share: the endpoints, who watches them, what is under way.
+// The simulated neighbourhood: the endpoints, who watches them, what is under way. What a program holds stands on
+// it; whoever watches or pairs hands in a function, and is told in the neighbourhood's own words what has happened.
 #pragma once
 
 #include "simulator/scenario/Scenario.h"
-
-#include <windows.h>
 
 #include <chrono>
 #include <condition_variable>
@@ -39,8 +38,8 @@ namespace simulator
         bool again = false; // whoever has reported it reports it as added once more
     };
 
-    // One mutex guards all of it, and every Watching, WatcherRun and Operation besides. It is never held
-    // while a handler runs. `changed` tells of everything that anyone may wait for.
+    // One mutex guards all of it, and every Watching, WatcherRun and Operation besides. It is never held while a
+    // function that was handed in runs. `changed` tells of everything that anyone may wait for.
     struct Neighbourhood
     {
         std::mutex mutex;
@@ -72,8 +71,4 @@ namespace simulator
 
     // Waits while events are held; false when the generation is over.
     bool PassGate(std::uint64_t generation);
-
-    INT64 NextToken() noexcept;
-
-    bool IsTrue(Properties const& properties, std::string_view name);
 } // namespace simulator

@@ -21,14 +21,29 @@ namespace simulator
         return nullptr;
     }
 
-    std::shared_ptr<Operation> Register(Neighbourhood& neighbourhood, std::string id, bool unpairing)
+    bool Succeeded(Outcome const& outcome, std::int32_t status)
+    {
+        return !outcome.cancelled && outcome.failure >= 0 && outcome.status == status;
+    }
+
+    std::shared_ptr<Operation> MakePairing(std::string const& id)
     {
         auto operation = std::make_shared<Operation>();
-        operation->generation = neighbourhood.generation;
-        operation->id = std::move(id);
-        operation->unpairing = unpairing;
-        neighbourhood.operations.push_back(operation);
+        operation->id = id;
         return operation;
+    }
+
+    std::shared_ptr<Operation> MakeUnpairing(std::string const& id)
+    {
+        auto operation = MakePairing(id);
+        operation->unpairing = true;
+        return operation;
+    }
+
+    void Register(Neighbourhood& neighbourhood, std::shared_ptr<Operation> const& operation)
+    {
+        operation->generation = neighbourhood.generation;
+        neighbourhood.operations.push_back(operation);
     }
 
     Outcome AwaitOutcome(Operation& operation, std::int32_t status, std::int32_t durationMs)
@@ -81,6 +96,70 @@ namespace simulator
             std::lock_guard const lock(neighbourhood.mutex);
             operation->over = true;
             std::erase(neighbourhood.operations, operation);
+        }
+        neighbourhood.changed.notify_all();
+    }
+
+    std::optional<Outcome> AwaitAnswer(Operation& operation)
+    {
+        auto& neighbourhood = TheNeighbourhood();
+        std::unique_lock lock(neighbourhood.mutex);
+        auto const done = [&] { return operation.deferrals == 0 || operation.cancelled || operation.forced; };
+        if (!done())
+        {
+            operation.busy = false;
+            neighbourhood.changed.notify_all();
+            neighbourhood.changed.wait(lock, done);
+            operation.busy = true;
+        }
+        operation.answerable = false;
+        if (operation.cancelled)
+        {
+            return Outcome{.cancelled = true};
+        }
+        return operation.deferrals == 0 ? std::nullopt : operation.forced;
+    }
+
+    void Cancel(Operation& operation)
+    {
+        auto& neighbourhood = TheNeighbourhood();
+        {
+            std::lock_guard const lock(neighbourhood.mutex);
+            operation.cancelled = true;
+        }
+        neighbourhood.changed.notify_all();
+    }
+
+    void Accept(Operation& operation, std::string pin)
+    {
+        std::lock_guard const lock(TheNeighbourhood().mutex);
+        if (operation.answerable && !operation.accepted)
+        {
+            operation.accepted = true;
+            operation.pin = std::move(pin);
+        }
+    }
+
+    bool Defer(Operation& operation)
+    {
+        std::lock_guard const lock(TheNeighbourhood().mutex);
+        if (!operation.answerable)
+        {
+            return false;
+        }
+        ++operation.deferrals;
+        return true;
+    }
+
+    void EndDeferral(Operation& operation)
+    {
+        auto& neighbourhood = TheNeighbourhood();
+        {
+            std::lock_guard const lock(neighbourhood.mutex);
+            if (--operation.deferrals == 0)
+            {
+                operation.busy = true; // there is something to do for it again
+            }
         }
         neighbourhood.changed.notify_all();
     }

@@ -11,9 +11,11 @@ namespace simulator
     struct Outcome
     {
         std::int32_t status = 0;
-        HRESULT failure = S_OK;
+        std::int32_t failure = 0; // a negative HRESULT
         bool cancelled = false;
     };
+
+    bool Succeeded(Outcome const& outcome, std::int32_t status);
 
     // Guarded by the neighbourhood's mutex; driven by a thread of its own.
     struct Operation
@@ -22,7 +24,7 @@ namespace simulator
         std::string id;
         bool unpairing = false;
         bool rejected = false;        // decided before the endpoint was asked: it does not occupy the endpoint
-        std::function<void()> cancel; // ends the caller's asynchronous operation as Canceled
+        std::function<void()> cancel; // told by a reset, ahead of the end
 
         bool busy = true;   // false while it waits: for its time, a deferral, a verb
         bool ended = false; // the endpoint is free again
@@ -43,14 +45,26 @@ namespace simulator
     // The operation that occupies an endpoint, with the mutex held; null when it is free.
     std::shared_ptr<Operation> Occupying(Neighbourhood const& neighbourhood, std::string_view id);
 
-    // With the mutex held: makes an operation that the neighbourhood knows.
-    std::shared_ptr<Operation> Register(Neighbourhood& neighbourhood, std::string id, bool unpairing);
+    std::shared_ptr<Operation> MakePairing(std::string const& id);
+    std::shared_ptr<Operation> MakeUnpairing(std::string const& id);
+
+    // With the mutex held: the neighbourhood knows it from now on.
+    void Register(Neighbourhood& neighbourhood, std::shared_ptr<Operation> const& operation);
+
+    // Takes it off the neighbourhood's list, at the very end: whoever waits for idleness finds nothing left.
+    void Deregister(std::shared_ptr<Operation> const& operation);
 
     // Waits for the operation's time to pass, or for a verb or a cancellation to come first.
     Outcome AwaitOutcome(Operation& operation, std::int32_t status, std::int32_t durationMs);
 
-    // Takes it off the neighbourhood's list, at the very end: whoever waits for idleness finds nothing left.
-    void Deregister(std::shared_ptr<Operation> const& operation);
+    // Waits until the program has answered and its deferrals are done. Null when nothing but the answer counts.
+    std::optional<Outcome> AwaitAnswer(Operation& operation);
+
+    // By the program. An answer that comes too late, or a second one, changes nothing.
+    void Cancel(Operation& operation);
+    void Accept(Operation& operation, std::string pin);
+    bool Defer(Operation& operation); // false: too late
+    void EndDeferral(Operation& operation);
 
     // From a verb: false when the endpoint has no such operation.
     bool ForceOutcome(std::string_view id, bool unpairing, Outcome outcome);

@@ -10,23 +10,17 @@ namespace simulator
 
     namespace
     {
-        constexpr auto isPaired = "System.Devices.Aep.IsPaired";
-        constexpr auto canPair = "System.Devices.Aep.CanPair";
-
         bool CanAnswer(PairingOrder const& order, std::uint32_t kind)
         {
-            if (!order.custom)
-            {
-                return kind == static_cast<std::uint32_t>(DevicePairingKinds::ConfirmOnly);
-            }
-            return (static_cast<std::uint32_t>(order.offered) & kind) != 0 &&
-                   !order.custom->PairingRequested().IsEmpty();
+            return order.answers ? (static_cast<std::uint32_t>(*order.answers) & kind) != 0
+                                 : kind == static_cast<std::uint32_t>(DevicePairingKinds::ConfirmOnly);
         }
     } // namespace
 
-    std::optional<DevicePairingResultStatus> PairRefusal(Neighbourhood& neighbourhood, PairingOrder const& order)
+    std::optional<DevicePairingResultStatus> PairRefusal(Neighbourhood& neighbourhood, std::string const& id,
+                                                         PairingOrder const& order)
     {
-        auto const* const neighbour = FindNeighbour(neighbourhood, order.id);
+        auto const* const neighbour = FindNeighbour(neighbourhood, id);
         if (!neighbour)
         {
             return DevicePairingResultStatus::Failed;
@@ -38,9 +32,9 @@ namespace simulator
             DevicePairingResultStatus status;
         };
         Check const checks[] = {
-            {Occupying(neighbourhood, order.id) != nullptr, DevicePairingResultStatus::OperationAlreadyInProgress},
-            {IsTrue(endpoint.properties, isPaired), DevicePairingResultStatus::AlreadyPaired},
-            {!IsTrue(endpoint.properties, canPair), DevicePairingResultStatus::NotReadyToPair},
+            {Occupying(neighbourhood, id) != nullptr, DevicePairingResultStatus::OperationAlreadyInProgress},
+            {IsTrue(endpoint.properties, isPairedProperty), DevicePairingResultStatus::AlreadyPaired},
+            {!IsTrue(endpoint.properties, canPairProperty), DevicePairingResultStatus::NotReadyToPair},
             {!CanAnswer(order, endpoint.pairing.kind), DevicePairingResultStatus::RequiredHandlerNotRegistered},
             {static_cast<std::int32_t>(order.least) > endpoint.pairing.maxProtection,
              DevicePairingResultStatus::ProtectionLevelCouldNotBeMet},
@@ -66,7 +60,7 @@ namespace simulator
         {
             return DeviceUnpairingResultStatus::OperationAlreadyInProgress;
         }
-        if (!IsTrue(neighbour->endpoint.properties, isPaired))
+        if (!IsTrue(neighbour->endpoint.properties, isPairedProperty))
         {
             return DeviceUnpairingResultStatus::AlreadyUnpaired;
         }

@@ -3,10 +3,9 @@
 #include "simulator/scenario/FirstScenario.h"
 #include "simulator/scenario/PairingState.h"
 
-#include <windows.h>
-
 #include <cstdio>
 #include <fstream>
+#include <system_error>
 
 namespace simulator
 {
@@ -31,13 +30,18 @@ namespace simulator
         PairingState state;
         for (auto const& neighbour : neighbourhood.neighbours)
         {
-            state[neighbour.endpoint.id] = IsTrue(neighbour.endpoint.properties, "System.Devices.Aep.IsPaired");
+            state[neighbour.endpoint.id] = IsTrue(neighbour.endpoint.properties, isPairedProperty);
         }
         // By way of a second file: a process that reads meanwhile finds the one before, whole.
         auto written = file;
-        written += L".new";
-        if (!Write(written, PairingStateText(state)) ||
-            !MoveFileExW(written.c_str(), file.c_str(), MOVEFILE_REPLACE_EXISTING))
+        written += ".new";
+        std::error_code error;
+        bool const isWritten = Write(written, PairingStateText(state));
+        if (isWritten)
+        {
+            std::filesystem::rename(written, file, error);
+        }
+        if (!isWritten || error)
         {
             std::fputs("vorlink_simulator: the file that VORLINK_SIMULATOR_STATE names cannot be written\n", stderr);
             std::fflush(stderr);

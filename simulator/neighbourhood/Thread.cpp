@@ -1,7 +1,9 @@
 #include "simulator/neighbourhood/Thread.h"
 
+#ifdef _WIN32
 #include <windows.h>
 #include <objbase.h>
+#endif
 
 #include <condition_variable>
 #include <cstddef>
@@ -33,9 +35,13 @@ namespace simulator
         // The apartment lasts for the work alone: an idle thread must not keep the implicit one of others alive.
         void RunInApartment(std::function<void()> work)
         {
+#ifdef _WIN32
             CoInitializeEx(nullptr, COINIT_MULTITHREADED);
+#endif
             std::exchange(work, nullptr)();
+#ifdef _WIN32
             CoUninitialize();
+#endif
         }
 
         void Serve()

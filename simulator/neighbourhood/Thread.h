@@ -5,6 +5,6 @@
 
 namespace simulator
 {
-    // Runs in the multithreaded apartment, where the platform raises its events.
+    // On Windows it runs in the multithreaded apartment, where the platform raises its events.
     void OnOwnThread(std::function<void()> work);
 } // namespace simulator

@@ -1,14 +1,11 @@
 #include "simulator/neighbourhood/WatcherRun.h"
 
-#include "simulator/objects/Snapshot.h"
-
 #include <algorithm>
 
 namespace simulator
 {
     namespace
     {
-        using platform::DeviceInformationKind;
         using platform::DeviceWatcherStatus;
 
         void Plan(WatcherRun& run, std::chrono::milliseconds at, Task task)
@@ -93,8 +90,7 @@ namespace simulator
         run->reportsLateComers = neighbourhood.scenario.appearAfterCompletion;
         run->threads = neighbourhood.scenario.eventThreads;
         run->busyThreads = run->threads;
-        // Bluetooth devices are association endpoints: any other kind of watcher finds nothing.
-        if (run->watching->kind == DeviceInformationKind::AssociationEndpoint)
+        if (run->watching->findsEndpoints)
         {
             for (auto const& neighbour : neighbourhood.neighbours)
             {
@@ -157,7 +153,7 @@ namespace simulator
             seen->inRange && !seen->tooLate && (seen->unfiltered || run.watching->filter.Matches(seen->properties));
         if (seen->reported && (!before || happening.again))
         {
-            return {Report::Event::Added, seen->id, Show(run.watching->shown, seen->properties)};
+            return {Report::Event::Added, seen->id, seen->properties};
         }
         if (before && !seen->reported)
         {

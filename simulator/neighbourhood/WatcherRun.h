@@ -55,20 +55,6 @@ namespace simulator
     void CutOff(WatcherRun& run);
 
     // What the watcher has to report of a happening, if anything.
-    struct Report
-    {
-        enum class Event
-        {
-            None,
-            Added,
-            Updated,
-            Removed,
-        };
-        Event event = Event::None;
-        std::string id;
-        Properties properties; // all that a new device shows, or those that changed
-    };
-
     Report See(WatcherRun& run, Happening const& happening);
 
     // The body of each thread of the run.

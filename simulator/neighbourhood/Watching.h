@@ -1,29 +1,62 @@
-// What belongs to one watcher object and outlives it while a thread still needs it.
+// One watcher of a program: what it looks for, where it stands, who hears of what it sees.
 #pragma once
 
-#include "simulator/com/Lifetime.h"
-#include "simulator/objects/EventSource.h"
+#include "platform/abi/EnumerationValues.h"
+#include "simulator/neighbourhood/Neighbourhood.h"
 #include "simulator/query/Aqs.h"
+
+#include <functional>
 
 namespace simulator
 {
+    struct Report
+    {
+        enum class Event
+        {
+            None,
+            Added,
+            Updated,
+            Removed,
+            EnumerationCompleted,
+            Stopped,
+        };
+        Event event = Event::None;
+        std::string id{};        // the endpoint's
+        Properties properties{}; // Added: all of them. Updated: those that changed, of those that the watcher shows
+    };
+
+    // Called on threads of the simulator, with no lock held. Reports of an earlier generation come to nothing.
+    using Listener = std::function<void(std::uint64_t generation, Report const& report)>;
+
     struct Watching
     {
         Query filter;
         std::vector<std::string> shown; // the properties that its devices have
-        platform::DeviceInformationKind kind;
-        std::string name; // "#1"
-        std::shared_ptr<Lifetime> object;
+        bool findsEndpoints;            // as Bluetooth devices are; a watcher of anything else finds nothing
+        Listener listener;
 
         // Guarded by the neighbourhood's mutex.
+        std::uint32_t number = 0; // the first one made has 1
         platform::DeviceWatcherStatus status = platform::DeviceWatcherStatus::Created;
         std::uint64_t generation = 0;
         std::shared_ptr<WatcherRun> run{};
-
-        EventSource<platform::AddedHandler> added{};
-        EventSource<platform::UpdateHandler> updated{};
-        EventSource<platform::UpdateHandler> removed{};
-        EventSource<platform::WatcherHandler> enumerationCompleted{};
-        EventSource<platform::WatcherHandler> stopped{};
     };
+
+    // From a new watcher's construction to the moment that the program lets go of it, which it may do on any thread
+    // and while the watcher runs.
+    void Enter(Watching& watching);
+    void Leave(Watching& watching);
+
+    platform::DeviceWatcherStatus StatusOf(Watching const& watching);
+
+    enum class WatchAnswer
+    {
+        Done,
+        WrongStatus, // for a start, or a stop, to make sense
+        Outdated,    // it belongs to a neighbourhood that is no more
+        BlankFilter, // accepted until the watcher is to start
+    };
+
+    WatchAnswer Start(std::shared_ptr<Watching> const& watching);
+    WatchAnswer Stop(Watching& watching);
 } // namespace simulator

@@ -1,6 +1,6 @@
 #include "simulator/objects/CustomPairing.h"
 
-#include "simulator/objects/Ceremony.h"
+#include "simulator/objects/PairingOperations.h"
 
 namespace simulator
 {
@@ -24,19 +24,16 @@ namespace simulator
 
     HRESULT CustomPairing::PairAsync(DevicePairingKinds kinds, platform::PairingOperation** operation)
     {
-        return GetObject(
-            "DeviceInformationCustomPairing.PairAsync", m_snapshot->Id() + ", " + Text(kinds), operation, [&] {
-                return Pair({m_snapshot->Id(), DevicePairingProtectionLevel::Default, kinds, Ref<CustomPairing>(this)});
-            });
+        return GetObject("DeviceInformationCustomPairing.PairAsync", m_snapshot->Id() + ", " + Text(kinds), operation,
+                         [&] { return Pair(Ref<CustomPairing>(this), DevicePairingProtectionLevel::Default, kinds); });
     }
 
     HRESULT CustomPairing::PairWithProtectionLevelAsync(DevicePairingKinds kinds, DevicePairingProtectionLevel level,
                                                         platform::PairingOperation** operation)
     {
         return GetObject("DeviceInformationCustomPairing.PairWithProtectionLevelAsync",
-                         m_snapshot->Id() + ", " + Text(kinds) + ", " + Text(level), operation, [&] {
-                             return Pair({m_snapshot->Id(), level, kinds, Ref<CustomPairing>(this)});
-                         });
+                         m_snapshot->Id() + ", " + Text(kinds) + ", " + Text(level), operation,
+                         [&] { return Pair(Ref<CustomPairing>(this), level, kinds); });
     }
 
     // The settings are a type without members: there is nothing to read from them.
@@ -45,9 +42,8 @@ namespace simulator
                                                                    platform::PairingOperation** operation)
     {
         return GetObject("DeviceInformationCustomPairing.PairWithProtectionLevelAndSettingsAsync",
-                         m_snapshot->Id() + ", " + Text(kinds) + ", " + Text(level), operation, [&] {
-                             return Pair({m_snapshot->Id(), level, kinds, Ref<CustomPairing>(this)});
-                         });
+                         m_snapshot->Id() + ", " + Text(kinds) + ", " + Text(level), operation,
+                         [&] { return Pair(Ref<CustomPairing>(this), level, kinds); });
     }
 
     HRESULT CustomPairing::add_PairingRequested(platform::PairingRequestedHandler* handler,

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "simulator/com/Object.h"
-#include "simulator/neighbourhood/Watching.h"
+#include "simulator/objects/WatcherEvents.h"
 
 namespace simulator
 {
@@ -35,6 +35,7 @@ namespace simulator
     private:
         char const* ClassName() const noexcept override;
 
+        std::shared_ptr<WatcherEvents> const m_events;
         std::shared_ptr<Watching> const m_watching;
     };
 } // namespace simulator

@@ -7,11 +7,18 @@
 #include "simulator/trace/Call.h"
 
 #include <algorithm>
+#include <atomic>
 #include <mutex>
 #include <vector>
 
 namespace simulator
 {
+    inline INT64 NextToken() noexcept
+    {
+        static constinit std::atomic<INT64> last{0};
+        return ++last;
+    }
+
     template <typename Handler>
     class EventSource
     {

@@ -1,6 +1,7 @@
 #include "simulator/objects/Pairing.h"
 
-#include "simulator/objects/Ceremony.h"
+#include "simulator/neighbourhood/Ceremony.h"
+#include "simulator/objects/PairingOperations.h"
 #include "simulator/trace/Call.h"
 
 namespace simulator
@@ -16,33 +17,33 @@ namespace simulator
     HRESULT Pairing::get_IsPaired(boolean* value)
     {
         return Get("DeviceInformationPairing.get_IsPaired", m_snapshot->Id(), value,
-                   [&]() -> boolean { return m_snapshot->IsTrue("System.Devices.Aep.IsPaired"); });
+                   [&]() -> boolean { return m_snapshot->IsTrue(isPairedProperty); });
     }
 
     HRESULT Pairing::get_CanPair(boolean* value)
     {
         return Get("DeviceInformationPairing.get_CanPair", m_snapshot->Id(), value,
-                   [&]() -> boolean { return m_snapshot->IsTrue("System.Devices.Aep.CanPair"); });
+                   [&]() -> boolean { return m_snapshot->IsTrue(canPairProperty); });
     }
 
     HRESULT Pairing::PairAsync(platform::PairingOperation** operation)
     {
         return GetObject("DeviceInformationPairing.PairAsync", m_snapshot->Id(), operation,
-                         [&] { return Pair({.id = m_snapshot->Id()}); });
+                         [&] { return Pair(m_snapshot->Id(), DevicePairingProtectionLevel::Default); });
     }
 
     HRESULT Pairing::PairWithProtectionLevelAsync(DevicePairingProtectionLevel level,
                                                   platform::PairingOperation** operation)
     {
         return GetObject("DeviceInformationPairing.PairWithProtectionLevelAsync", m_snapshot->Id() + ", " + Text(level),
-                         operation, [&] { return Pair({.id = m_snapshot->Id(), .least = level}); });
+                         operation, [&] { return Pair(m_snapshot->Id(), level); });
     }
 
     HRESULT Pairing::get_ProtectionLevel(DevicePairingProtectionLevel* value)
     {
         return Get("DeviceInformationPairing.get_ProtectionLevel", m_snapshot->Id(), value, [&] {
-            return m_snapshot->IsTrue("System.Devices.Aep.IsPaired") ? HighestProtection(m_snapshot->Id())
-                                                                     : DevicePairingProtectionLevel::None;
+            return m_snapshot->IsTrue(isPairedProperty) ? HighestProtection(m_snapshot->Id())
+                                                        : DevicePairingProtectionLevel::None;
         });
     }
 
@@ -56,7 +57,7 @@ namespace simulator
     {
         return GetObject("DeviceInformationPairing.PairWithProtectionLevelAndSettingsAsync",
                          m_snapshot->Id() + ", " + Text(level), operation,
-                         [&] { return Pair({.id = m_snapshot->Id(), .least = level}); });
+                         [&] { return Pair(m_snapshot->Id(), level); });
     }
 
     HRESULT Pairing::UnpairAsync(platform::UnpairingOperation** operation)

@@ -3,6 +3,8 @@
 #include "simulator/objects/DeviceInformation.h"
 #include "simulator/trace/Call.h"
 
+#include <atomic>
+
 namespace simulator
 {
     namespace
@@ -39,25 +41,16 @@ namespace simulator
 
             bool Finish()
             {
-                auto& neighbourhood = TheNeighbourhood();
+                if (m_finished.exchange(true))
                 {
-                    std::lock_guard const lock(neighbourhood.mutex);
-                    if (m_finished)
-                    {
-                        return false;
-                    }
-                    m_finished = true;
-                    if (--m_operation->deferrals == 0)
-                    {
-                        m_operation->busy = true; // there is something to do for it again
-                    }
+                    return false;
                 }
-                neighbourhood.changed.notify_all();
+                EndDeferral(*m_operation);
                 return true;
             }
 
             std::shared_ptr<Operation> const m_operation;
-            bool m_finished = false;
+            std::atomic<bool> m_finished = false;
         };
     } // namespace
 
@@ -91,7 +84,7 @@ namespace simulator
     HRESULT PairingRequest::Accept()
     {
         return Call("DevicePairingRequestedEventArgs.Accept", m_id, [&](std::string&) {
-            TakeAnswer({});
+            simulator::Accept(*m_operation, {});
             return S_OK;
         });
     }
@@ -100,7 +93,7 @@ namespace simulator
     {
         auto text = FromHstring(pin);
         return Call("DevicePairingRequestedEventArgs.AcceptWithPin", m_id + ", " + Quoted(text), [&](std::string&) {
-            TakeAnswer(std::move(text));
+            simulator::Accept(*m_operation, std::move(text));
             return S_OK;
         });
     }
@@ -113,13 +106,9 @@ namespace simulator
                 return E_POINTER;
             }
             *deferral = nullptr;
+            if (!Defer(*m_operation))
             {
-                std::lock_guard const lock(TheNeighbourhood().mutex);
-                if (!m_operation->answerable)
-                {
-                    return illegalMethodCall;
-                }
-                ++m_operation->deferrals;
+                return illegalMethodCall;
             }
             *deferral = Make<Deferral>(m_operation).Detach();
             return S_OK;
@@ -130,17 +119,6 @@ namespace simulator
     {
         return Call("DevicePairingRequestedEventArgs.AcceptWithPasswordCredential", m_id,
                     [](std::string&) { return E_NOTIMPL; }); // no Bluetooth device asks for one
-    }
-
-    // An answer that comes too late, or a second one, changes nothing.
-    void PairingRequest::TakeAnswer(std::string pin)
-    {
-        std::lock_guard const lock(TheNeighbourhood().mutex);
-        if (m_operation->answerable && !m_operation->accepted)
-        {
-            m_operation->accepted = true;
-            m_operation->pin = std::move(pin);
-        }
     }
 
     char const* PairingRequest::ClassName() const noexcept

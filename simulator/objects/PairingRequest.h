@@ -24,7 +24,6 @@ namespace simulator
 
     private:
         char const* ClassName() const noexcept override;
-        void TakeAnswer(std::string pin);
 
         std::shared_ptr<Operation> const m_operation;
         std::string const m_id;

@@ -1,7 +1,5 @@
 #include "simulator/objects/Snapshot.h"
 
-#include "simulator/neighbourhood/Neighbourhood.h"
-
 #include <algorithm>
 #include <utility>
 

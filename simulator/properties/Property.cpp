@@ -61,6 +61,12 @@ namespace simulator
         return std::ranges::lexicographical_compare(left, right, {}, ToLower, ToLower);
     }
 
+    bool IsTrue(Properties const& properties, std::string_view name)
+    {
+        auto const found = properties.find(name);
+        return found != properties.end() && found->second == Value(true);
+    }
+
     PropertyKind KindOfProperty(std::string_view name) noexcept
     {
         auto const known = std::ranges::find_if(

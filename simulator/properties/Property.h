@@ -29,6 +29,12 @@ namespace simulator
 
     using Properties = std::map<std::string, Value, PropertyNameLess>;
 
+    // Those that decide what a pairing does, and what it changes.
+    inline constexpr std::string_view isPairedProperty = "System.Devices.Aep.IsPaired";
+    inline constexpr std::string_view canPairProperty = "System.Devices.Aep.CanPair";
+
+    bool IsTrue(Properties const& properties, std::string_view name);
+
     // What type the platform gives a property's values. Unknown: no such property.
     enum class PropertyKind
     {

@@ -3,9 +3,12 @@
 #include "simulator/scenario/DefaultScenario.h"
 #include "simulator/scenario/PairingState.h"
 
+#ifdef _WIN32
 #include <windows.h>
+#endif
 
 #include <cstdio>
+#include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <system_error>
@@ -15,12 +18,18 @@ namespace simulator
 {
     namespace
     {
-        // Not std::getenv: it may have copied the environment before the program set the variable.
-        std::filesystem::path FileNamedBy(wchar_t const* variable)
+        std::filesystem::path FileNamedBy(char const* variable)
         {
+#ifdef _WIN32
+            // Not std::getenv: it may have copied the environment before the program set the variable.
             std::wstring name(32768, L'\0');
-            name.resize(GetEnvironmentVariableW(variable, name.data(), static_cast<DWORD>(name.size())));
+            auto const wide = std::filesystem::path(variable).wstring();
+            name.resize(GetEnvironmentVariableW(wide.c_str(), name.data(), static_cast<DWORD>(name.size())));
             return name;
+#else
+            auto const* const name = std::getenv(variable);
+            return name ? name : "";
+#endif
         }
 
         std::string Utf8Name(std::filesystem::path const& path)
@@ -67,12 +76,12 @@ namespace simulator
 
     std::filesystem::path StateFile()
     {
-        return FileNamedBy(L"VORLINK_SIMULATOR_STATE");
+        return FileNamedBy("VORLINK_SIMULATOR_STATE");
     }
 
     FirstScenario LoadFirstScenario()
     {
-        auto const file = FileNamedBy(L"VORLINK_SCENARIO");
+        auto const file = FileNamedBy("VORLINK_SCENARIO");
         try
         {
             auto scenario = file.empty() ? ParseScenario(DefaultScenario(), "default scenario")

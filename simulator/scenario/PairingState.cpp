@@ -67,7 +67,7 @@ namespace simulator
         {
             if (auto const known = state.find(endpoint.id); known != state.end())
             {
-                endpoint.properties["System.Devices.Aep.IsPaired"] = known->second;
+                endpoint.properties[std::string(isPairedProperty)] = known->second;
             }
         }
     }

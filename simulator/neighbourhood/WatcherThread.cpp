@@ -1,7 +1,5 @@
-// The threads of a watcher's run: each takes what is due and raises what follows from it.
+// The threads of a watcher's run: each takes what is due and reports what follows from it.
 #include "simulator/neighbourhood/WatcherRun.h"
-#include "simulator/objects/DeviceInformation.h"
-#include "simulator/objects/DeviceUpdate.h"
 
 #include <algorithm>
 
@@ -82,56 +80,6 @@ namespace simulator
             return std::nullopt;
         }
 
-        // Null once the program has let go of the watcher: there is nobody left to tell.
-        Ref<platform::IDeviceWatcher> Sender(Watching const& watching)
-        {
-            return watching.object->TryAddRef() ? Ref<platform::IDeviceWatcher>::Adopt(
-                                                      static_cast<platform::IDeviceWatcher*>(watching.object->object))
-                                                : Ref<platform::IDeviceWatcher>();
-        }
-
-        template <typename Handler, typename Arguments>
-        void RaiseFrom(WatcherRun const& run, EventSource<Handler>& source, std::string_view event,
-                       std::string const& trace, Arguments arguments)
-        {
-            Raise(
-                source, run.generation, event, trace, [&] { return Sender(*run.watching); }, arguments);
-        }
-
-        void RaiseReport(WatcherRun const& run, Report const& report)
-        {
-            auto& watching = *run.watching;
-            auto const trace = watching.name + ", " + report.id;
-            auto const update = [&] { return Make<DeviceUpdate>(report.id, watching.kind, report.properties); };
-            switch (report.event)
-            {
-            case Report::Event::None:
-                break;
-            case Report::Event::Added:
-                RaiseFrom(run, watching.added, "DeviceWatcher.Added", trace,
-                          [&] { return Make<DeviceInformation>(report.id, watching.kind, report.properties); });
-                break;
-            case Report::Event::Updated: {
-                std::vector<std::string> names;
-                for (auto const& property : report.properties)
-                {
-                    names.push_back(property.first);
-                }
-                RaiseFrom(run, watching.updated, "DeviceWatcher.Updated", trace + ", " + PlainList(names), update);
-                break;
-            }
-            case Report::Event::Removed:
-                RaiseFrom(run, watching.removed, "DeviceWatcher.Removed", trace, update);
-                break;
-            }
-        }
-
-        void RaiseWithoutArguments(WatcherRun const& run, EventSource<platform::WatcherHandler>& source,
-                                   std::string_view event)
-        {
-            RaiseFrom(run, source, event, run.watching->name, [] { return Ref<::IInspectable>(); });
-        }
-
         // The status already says so when the event is raised.
         void Complete(std::unique_lock<std::mutex>& lock, WatcherRun& run)
         {
@@ -143,7 +91,7 @@ namespace simulator
             status = DeviceWatcherStatus::EnumerationCompleted;
             TheNeighbourhood().changed.notify_all(); // what came behind it need not wait for its handlers
             lock.unlock();
-            RaiseWithoutArguments(run, run.watching->enumerationCompleted, "DeviceWatcher.EnumerationCompleted");
+            run.watching->listener(run.generation, {.event = Report::Event::EnumerationCompleted});
             lock.lock();
         }
 
@@ -159,7 +107,7 @@ namespace simulator
             lock.unlock();
             if (!run.cutOff)
             {
-                RaiseWithoutArguments(run, watching.stopped, "DeviceWatcher.Stopped");
+                watching.listener(run.generation, {.event = Report::Event::Stopped});
             }
             lock.lock();
         }
@@ -179,7 +127,10 @@ namespace simulator
             auto const report = See(*run, **task);
             run->raising.push_back(report.id);
             lock.unlock();
-            RaiseReport(*run, report);
+            if (report.event != Report::Event::None)
+            {
+                run->watching->listener(run->generation, report);
+            }
             lock.lock();
             std::erase(run->raising, report.id);
         }
