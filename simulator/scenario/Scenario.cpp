@@ -3,7 +3,7 @@
 #include "simulator/scenario/ScenarioEndpoint.h"
 #include "simulator/scenario/ScenarioListing.h"
 #include "simulator/scenario/ScenarioNames.h"
-#include "simulator/scenario/ScenarioReader.h"
+#include "simulator/scenario/TableReader.h"
 
 #include <algorithm>
 #include <set>

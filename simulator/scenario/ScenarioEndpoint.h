@@ -1,7 +1,7 @@
 // What a scenario says of one endpoint.
 #pragma once
 
-#include "simulator/scenario/ScenarioReader.h"
+#include "simulator/scenario/TableReader.h"
 
 namespace simulator
 {

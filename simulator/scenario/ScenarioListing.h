@@ -1,7 +1,7 @@
 // What a scenario says of the plug-and-play tool.
 #pragma once
 
-#include "simulator/scenario/ScenarioReader.h"
+#include "simulator/scenario/TableReader.h"
 
 namespace simulator
 {

@@ -1,7 +1,7 @@
 // The platform's names for what a scenario may choose.
 #pragma once
 
-#include "simulator/scenario/ScenarioReader.h"
+#include "simulator/scenario/TableReader.h"
 
 namespace simulator::names
 {

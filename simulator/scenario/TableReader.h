@@ -1,8 +1,7 @@
-// Reads TOML strictly: every fault is a ScenarioError that names its line.
+// Reads the tables of a scenario strictly: what nobody asks for is a fault.
 #pragma once
 
-#include "simulator/scenario/Scenario.h"
-#include "simulator/scenario/Toml.h"
+#include "simulator/scenario/TomlValue.h"
 
 #include <limits>
 #include <optional>
@@ -10,13 +9,6 @@
 
 namespace simulator
 {
-    toml::table ParseToml(std::string_view toml, std::string_view source);
-
-    [[noreturn]] void Fail(toml::source_region const& where, std::string_view source, std::string_view reason);
-
-    // The value that a node holds for a property of this kind. Kind::Unknown takes nothing.
-    Value ReadValue(toml::node const& node, std::string_view source, PropertyKind kind);
-
     // A word that a scenario may use for a number.
     struct Name
     {

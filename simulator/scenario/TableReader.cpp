@@ -1,4 +1,4 @@
-#include "simulator/scenario/ScenarioReader.h"
+#include "simulator/scenario/TableReader.h"
 
 #include "simulator/properties/HexText.h"
 

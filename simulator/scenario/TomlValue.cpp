@@ -1,7 +1,8 @@
-// From TOML text to the value of a property.
-#include "simulator/properties/HexText.h"
-#include "simulator/scenario/ScenarioReader.h"
+#include "simulator/scenario/TomlValue.h"
 
+#include "simulator/properties/HexText.h"
+
+#include <optional>
 #include <utility>
 
 namespace simulator
