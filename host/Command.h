@@ -3,5 +3,8 @@
 #include "host/Arguments.h"
 #include "host/ExitCode.h"
 
-// Lists, pairs or unpairs, and prints the outcome and, if asked for, the log's new records.
-ExitCode RunCommand(Arguments const& arguments);
+namespace host
+{
+    // Lists, pairs or unpairs, and prints the outcome and, if asked for, the log's new records.
+    ExitCode RunCommand(Arguments const& arguments);
+} // namespace host

@@ -2,28 +2,32 @@
 
 #include <array>
 
-// What the program tells its caller. The help text lists this table.
-enum class ExitCode : int
+namespace host
 {
-    Done = 0,
-    Failed = 1,
-    Usage = 2,
-    NotFound = 3,
-    Refused = 4,
-    NoAnswer = 5,
-};
+    // What the program tells its caller. The help text lists this table.
+    enum class ExitCode : int
+    {
+        Done = 0,
+        Failed = 1,
+        Usage = 2,
+        NotFound = 3,
+        Refused = 4,
+        NoAnswer = 5,
+    };
 
-struct ExitCodeMeaning
-{
-    ExitCode code;
-    char const* meaning;
-};
+    struct ExitCodeMeaning
+    {
+        ExitCode code;
+        char const* meaning;
+    };
 
-inline constexpr std::array exitCodeMeanings{
-    ExitCodeMeaning{ExitCode::Done, "devices are listed, paired or unpaired, as asked (or help or version was shown)"},
-    ExitCodeMeaning{ExitCode::Failed, "the platform or the library failed"},
-    ExitCodeMeaning{ExitCode::Usage, "the command line is wrong"},
-    ExitCodeMeaning{ExitCode::NotFound, "no device (of that name) was found, or none answered"},
-    ExitCodeMeaning{ExitCode::Refused, "the device was found, but not paired or unpaired"},
-    ExitCodeMeaning{ExitCode::NoAnswer, "no answer within the time limit, or before Ctrl+C"},
-};
+    inline constexpr std::array exitCodeMeanings{
+        ExitCodeMeaning{ExitCode::Done,
+                        "devices are listed, paired or unpaired, as asked (or help or version was shown)"},
+        ExitCodeMeaning{ExitCode::Failed, "the platform or the library failed"},
+        ExitCodeMeaning{ExitCode::Usage, "the command line is wrong"},
+        ExitCodeMeaning{ExitCode::NotFound, "no device (of that name) was found, or none answered"},
+        ExitCodeMeaning{ExitCode::Refused, "the device was found, but not paired or unpaired"},
+        ExitCodeMeaning{ExitCode::NoAnswer, "no answer within the time limit, or before Ctrl+C"},
+    };
+} // namespace host

@@ -2,6 +2,9 @@
 
 #include <string>
 
-// The exception being handled, for a person: its code, where it has one, and its message. Call it in a
-// catch block.
-std::string DescribeCurrentException();
+namespace host
+{
+    // The exception being handled, for a person: its code, where it has one, and its message. Call it in a
+    // catch block.
+    std::string DescribeCurrentException();
+} // namespace host

@@ -4,33 +4,36 @@
 
 #include <atomic>
 
-namespace
+namespace host
 {
-    std::atomic<bool> requested = false;
-
-    // On a thread of the system's own. What it does not handle ends the process.
-    BOOL WINAPI OnControlEvent(DWORD event)
+    namespace
     {
-        if (event != CTRL_C_EVENT && event != CTRL_BREAK_EVENT)
+        std::atomic<bool> requested = false;
+
+        // On a thread of the system's own. What it does not handle ends the process.
+        BOOL WINAPI OnControlEvent(DWORD event)
         {
-            return FALSE;
+            if (event != CTRL_C_EVENT && event != CTRL_BREAK_EVENT)
+            {
+                return FALSE;
+            }
+            requested = true;
+            return TRUE;
         }
-        requested = true;
-        return TRUE;
+    } // namespace
+
+    Interruption::Interruption()
+    {
+        SetConsoleCtrlHandler(OnControlEvent, TRUE);
     }
-} // namespace
 
-Interruption::Interruption()
-{
-    SetConsoleCtrlHandler(OnControlEvent, TRUE);
-}
+    Interruption::~Interruption()
+    {
+        SetConsoleCtrlHandler(OnControlEvent, FALSE);
+    }
 
-Interruption::~Interruption()
-{
-    SetConsoleCtrlHandler(OnControlEvent, FALSE);
-}
-
-bool Interruption::Requested() const
-{
-    return requested;
-}
+    bool Interruption::Requested() const
+    {
+        return requested;
+    }
+} // namespace host

@@ -1,13 +1,16 @@
 #pragma once
 
-// For as long as this lives, Ctrl+C and Ctrl+Break ask the program to end instead of ending it.
-class Interruption
+namespace host
 {
-public:
-    Interruption();
-    ~Interruption();
-    Interruption(Interruption const&) = delete;
-    Interruption& operator=(Interruption const&) = delete;
+    // For as long as this lives, Ctrl+C and Ctrl+Break ask the program to end instead of ending it.
+    class Interruption
+    {
+    public:
+        Interruption();
+        ~Interruption();
+        Interruption(Interruption const&) = delete;
+        Interruption& operator=(Interruption const&) = delete;
 
-    bool Requested() const;
-};
+        bool Requested() const;
+    };
+} // namespace host

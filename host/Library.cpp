@@ -7,50 +7,53 @@
 #include <filesystem>
 #include <string>
 
-namespace
+namespace host
 {
-    std::filesystem::path OwnFolder()
+    namespace
     {
-        std::wstring path(MAX_PATH, L'\0');
-        for (;;)
+        std::filesystem::path OwnFolder()
         {
-            DWORD const length = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
-            if (length < path.size())
+            std::wstring path(MAX_PATH, L'\0');
+            for (;;)
             {
-                path.resize(length);
-                return std::filesystem::path{path}.parent_path();
+                DWORD const length = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
+                if (length < path.size())
+                {
+                    path.resize(length);
+                    return std::filesystem::path{path}.parent_path();
+                }
+                path.resize(path.size() * 2);
             }
-            path.resize(path.size() * 2);
         }
-    }
 
-    LibraryError Unusable(std::string const& problem)
-    {
-        return LibraryError{problem + "\nPut the vorlink.dll of the same build beside vorlinkctl.exe."};
-    }
-} // namespace
+        LibraryError Unusable(std::string const& problem)
+        {
+            return LibraryError{problem + "\nPut the vorlink.dll of the same build beside vorlinkctl.exe."};
+        }
+    } // namespace
 
-VorlinkFactory LoadVorlink()
-{
-    auto const folder = OwnFolder();
-    auto const path = folder / L"vorlink.dll";
-    std::error_code ignored;
-    if (!std::filesystem::exists(path, ignored))
+    VorlinkFactory LoadVorlink()
     {
-        throw Unusable("There is no vorlink.dll in " + ToUtf8(folder.native()) + ".");
+        auto const folder = OwnFolder();
+        auto const path = folder / L"vorlink.dll";
+        std::error_code ignored;
+        if (!std::filesystem::exists(path, ignored))
+        {
+            throw Unusable("There is no vorlink.dll in " + ToUtf8(folder.native()) + ".");
+        }
+        HMODULE const module =
+            LoadLibraryExW(path.c_str(), nullptr, LOAD_LIBRARY_SEARCH_DLL_LOAD_DIR | LOAD_LIBRARY_SEARCH_SYSTEM32);
+        if (module == nullptr)
+        {
+            throw Unusable(ToUtf8(path.native()) + " does not load (Windows error " + std::to_string(GetLastError()) +
+                           ").");
+        }
+        FARPROC const factory = GetProcAddress(module, "getVorlinkPtr");
+        if (factory == nullptr)
+        {
+            throw Unusable(ToUtf8(path.native()) + " does not export getVorlinkPtr.");
+        }
+        // By way of a pointer to data: compilers warn of a cast between unlike function types.
+        return reinterpret_cast<VorlinkFactory>(reinterpret_cast<void*>(factory));
     }
-    HMODULE const module =
-        LoadLibraryExW(path.c_str(), nullptr, LOAD_LIBRARY_SEARCH_DLL_LOAD_DIR | LOAD_LIBRARY_SEARCH_SYSTEM32);
-    if (module == nullptr)
-    {
-        throw Unusable(ToUtf8(path.native()) + " does not load (Windows error " + std::to_string(GetLastError()) +
-                       ").");
-    }
-    FARPROC const factory = GetProcAddress(module, "getVorlinkPtr");
-    if (factory == nullptr)
-    {
-        throw Unusable(ToUtf8(path.native()) + " does not export getVorlinkPtr.");
-    }
-    // By way of a pointer to data: compilers warn of a cast between unlike function types.
-    return reinterpret_cast<VorlinkFactory>(reinterpret_cast<void*>(factory));
-}
+} // namespace host

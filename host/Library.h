@@ -4,13 +4,16 @@
 
 #include <stdexcept>
 
-using VorlinkFactory = decltype(&getVorlinkPtr);
-
-// vorlink.dll cannot be used; what() says why and what to do.
-struct LibraryError : std::runtime_error
+namespace host
 {
-    using std::runtime_error::runtime_error;
-};
+    using VorlinkFactory = decltype(&getVorlinkPtr);
 
-// Loads vorlink.dll from the program's own folder, and never from anywhere else.
-VorlinkFactory LoadVorlink();
+    // vorlink.dll cannot be used; what() says why and what to do.
+    struct LibraryError : std::runtime_error
+    {
+        using std::runtime_error::runtime_error;
+    };
+
+    // Loads vorlink.dll from the program's own folder, and never from anywhere else.
+    VorlinkFactory LoadVorlink();
+} // namespace host

@@ -6,18 +6,21 @@
 #include <string>
 #include <string_view>
 
-// The records that a log file gains from construction on.
-class LogRecords
+namespace host
 {
-public:
-    explicit LogRecords(std::filesystem::path path);
+    // The records that a log file gains from construction on.
+    class LogRecords
+    {
+    public:
+        explicit LogRecords(std::filesystem::path path);
 
-    std::string Read() const;
+        std::string Read() const;
 
-    // Waits until a new record holds `text`: the library logs a pairing's outcome after it has reported it.
-    void WaitFor(std::string_view text, std::chrono::milliseconds limit) const;
+        // Waits until a new record holds `text`: the library logs a pairing's outcome after it has reported it.
+        void WaitFor(std::string_view text, std::chrono::milliseconds limit) const;
 
-private:
-    std::filesystem::path path;
-    std::uintmax_t start;
-};
+    private:
+        std::filesystem::path path;
+        std::uintmax_t start;
+    };
+} // namespace host

@@ -7,32 +7,35 @@
 #include <exception>
 #include <variant>
 
-namespace
+namespace host
 {
-    ExitCode Run()
+    namespace
     {
-        auto const arguments = ReadArguments();
-        if (auto const* early = std::get_if<EarlyExit>(&arguments))
+        ExitCode Run()
         {
-            early->code == ExitCode::Usage ? PrintError(early->text) : Print(early->text);
-            return early->code;
+            auto const arguments = ReadArguments();
+            if (auto const* early = std::get_if<EarlyExit>(&arguments))
+            {
+                early->code == ExitCode::Usage ? PrintError(early->text) : Print(early->text);
+                return early->code;
+            }
+            return RunCommand(std::get<Arguments>(arguments));
         }
-        return RunCommand(std::get<Arguments>(arguments));
-    }
-} // namespace
+    } // namespace
+} // namespace host
 
 int main()
 {
-    OpenTerminal();
-    InstallLastResort();
-    ExitCode code = ExitCode::Failed;
+    host::OpenTerminal();
+    host::InstallLastResort();
+    auto code = host::ExitCode::Failed;
     try
     {
-        code = Run();
+        code = host::Run();
     }
     catch (...)
     {
-        PrintError("vorlinkctl: " + DescribeCurrentException() + "\n");
+        host::PrintError("vorlinkctl: " + host::DescribeCurrentException() + "\n");
     }
-    EndProcess(code);
+    host::EndProcess(code);
 }

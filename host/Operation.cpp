@@ -8,95 +8,98 @@
 #include <thread>
 #include <utility>
 
-namespace
+namespace host
 {
-    // The library's callbacks carry no context, so what they share with the waiting thread is global.
-    struct
+    namespace
     {
-        std::mutex mutex;
-        std::condition_variable changed;
-        Phase phase = Phase::Finding;
-        Answer answer;
-    } shared;
-
-    void SetAnswer(Answer answer)
-    {
-        std::lock_guard const lock{shared.mutex};
-        shared.answer = std::move(answer);
-        shared.changed.notify_all();
-    }
-
-    void OnPairReport(PairReport report)
-    {
-        SetAnswer(report);
-    }
-
-    void OnUnpairReport(bool success, int)
-    {
-        SetAnswer(UnpairReport{success});
-    }
-
-    void Call(Vorlink& vorlink, Arguments const& arguments)
-    {
-        switch (arguments.command)
+        // The library's callbacks carry no context, so what they share with the waiting thread is global.
+        struct
         {
-        case Command::Unpair:
-            return vorlink.UnpairedCurrent(arguments.name, &OnUnpairReport);
-        case Command::PairPhone:
-            return vorlink.IosPairedDevicce(arguments.name, &OnPairReport);
-        default:
-            return vorlink.PairedDevice(arguments.name, &OnPairReport);
-        }
-    }
+            std::mutex mutex;
+            std::condition_variable changed;
+            Phase phase = Phase::Finding;
+            Answer answer;
+        } shared;
 
-    void Run(VorlinkFactory factory, Arguments const& arguments)
-    {
-        try
+        void SetAnswer(Answer answer)
         {
-            // Never released: the library may still be at work for the object when the process ends.
-            Vorlink* const vorlink = factory().release();
-            vorlink->SetLogEnabled(arguments.log);
-            vorlink->Initialize(); // loads what earlier runs have learnt
-            Call(*vorlink, arguments);
+            std::lock_guard const lock{shared.mutex};
+            shared.answer = std::move(answer);
+            shared.changed.notify_all();
         }
-        catch (...)
-        {
-            SetAnswer(Failure{DescribeCurrentException()});
-            return;
-        }
-        std::lock_guard const lock{shared.mutex};
-        shared.phase = Phase::Working;
-        shared.changed.notify_all();
-    }
-} // namespace
 
-Answer Perform(VorlinkFactory factory, Arguments const& arguments, Clock::time_point start,
-               ProgressCallback const& progress, PatienceCallback const& patience)
-{
-    auto const limit = start + arguments.timeout;
-    auto end = limit; // comes nearer when the operation has returned
-    std::thread{Run, factory, arguments}.detach();
-
-    auto lastPhase = Phase::Finding;
-    std::unique_lock lock{shared.mutex};
-    while (!shared.answer && Clock::now() < end)
-    {
-        auto const phase = shared.phase;
-        lock.unlock();
-        if (phase != lastPhase)
+        void OnPairReport(PairReport report)
         {
-            end = std::min(limit, Clock::now() + patience());
+            SetAnswer(report);
         }
-        lastPhase = phase;
-        auto const elapsed = std::chrono::duration_cast<std::chrono::seconds>(Clock::now() - start);
-        progress(phase, elapsed);
-        lock.lock();
-        shared.changed.wait_until(lock, std::min(end, start + elapsed + std::chrono::seconds{1}),
-                                  [&] { return shared.answer.has_value() || shared.phase != phase; });
-    }
-    if (!shared.answer && end < limit)
+
+        void OnUnpairReport(bool success, int)
+        {
+            SetAnswer(UnpairReport{success});
+        }
+
+        void Call(Vorlink& vorlink, Arguments const& arguments)
+        {
+            switch (arguments.command)
+            {
+            case Command::Unpair:
+                return vorlink.UnpairedCurrent(arguments.name, &OnUnpairReport);
+            case Command::PairPhone:
+                return vorlink.IosPairedDevicce(arguments.name, &OnPairReport);
+            default:
+                return vorlink.PairedDevice(arguments.name, &OnPairReport);
+            }
+        }
+
+        void Run(VorlinkFactory factory, Arguments const& arguments)
+        {
+            try
+            {
+                // Never released: the library may still be at work for the object when the process ends.
+                Vorlink* const vorlink = factory().release();
+                vorlink->SetLogEnabled(arguments.log);
+                vorlink->Initialize(); // loads what earlier runs have learnt
+                Call(*vorlink, arguments);
+            }
+            catch (...)
+            {
+                SetAnswer(Failure{DescribeCurrentException()});
+                return;
+            }
+            std::lock_guard const lock{shared.mutex};
+            shared.phase = Phase::Working;
+            shared.changed.notify_all();
+        }
+    } // namespace
+
+    Answer Perform(VorlinkFactory factory, Arguments const& arguments, Clock::time_point start,
+                   ProgressCallback const& progress, PatienceCallback const& patience)
     {
-        return Silence{};
+        auto const limit = start + arguments.timeout;
+        auto end = limit; // comes nearer when the operation has returned
+        std::thread{Run, factory, arguments}.detach();
+
+        auto lastPhase = Phase::Finding;
+        std::unique_lock lock{shared.mutex};
+        while (!shared.answer && Clock::now() < end)
+        {
+            auto const phase = shared.phase;
+            lock.unlock();
+            if (phase != lastPhase)
+            {
+                end = std::min(limit, Clock::now() + patience());
+            }
+            lastPhase = phase;
+            auto const elapsed = std::chrono::duration_cast<std::chrono::seconds>(Clock::now() - start);
+            progress(phase, elapsed);
+            lock.lock();
+            shared.changed.wait_until(lock, std::min(end, start + elapsed + std::chrono::seconds{1}),
+                                      [&] { return shared.answer.has_value() || shared.phase != phase; });
+        }
+        if (!shared.answer && end < limit)
+        {
+            return Silence{};
+        }
+        return shared.answer;
     }
-    return shared.answer;
-}
+} // namespace host

@@ -9,40 +9,43 @@
 #include <string>
 #include <variant>
 
-using Clock = std::chrono::steady_clock;
-
-// An operation failed on its own thread; the text is the error's code and message.
-struct Failure
+namespace host
 {
-    std::string text;
-};
+    using Clock = std::chrono::steady_clock;
 
-struct UnpairReport
-{
-    bool success;
-};
+    // An operation failed on its own thread; the text is the error's code and message.
+    struct Failure
+    {
+        std::string text;
+    };
 
-// The operation has returned, and as much time has passed without an answer as one would have needed.
-struct Silence
-{
-};
+    struct UnpairReport
+    {
+        bool success;
+    };
 
-// Nothing at all when the time limit passed first.
-using Answer = std::optional<std::variant<PairReport, UnpairReport, Silence, Failure>>;
+    // The operation has returned, and as much time has passed without an answer as one would have needed.
+    struct Silence
+    {
+    };
 
-enum class Phase
-{
-    Finding,
-    Working,
-};
+    // Nothing at all when the time limit passed first.
+    using Answer = std::optional<std::variant<PairReport, UnpairReport, Silence, Failure>>;
 
-using ProgressCallback = std::function<void(Phase phase, std::chrono::seconds elapsed)>;
+    enum class Phase
+    {
+        Finding,
+        Working,
+    };
 
-// Asked once, when the operation has returned without an answer: how long to wait on.
-using PatienceCallback = std::function<std::chrono::milliseconds()>;
+    using ProgressCallback = std::function<void(Phase phase, std::chrono::seconds elapsed)>;
 
-// Pairs or unpairs on a thread of its own and waits here, for the operation may block without limit. The time is
-// counted from `start`. Calls `progress` on the caller's thread, at once and then about every second. When the time
-// runs out the thread stays behind: the process has to end without waiting for it. Once a process.
-Answer Perform(VorlinkFactory factory, Arguments const& arguments, Clock::time_point start,
-               ProgressCallback const& progress, PatienceCallback const& patience);
+    // Asked once, when the operation has returned without an answer: how long to wait on.
+    using PatienceCallback = std::function<std::chrono::milliseconds()>;
+
+    // Pairs or unpairs on a thread of its own and waits here, for the operation may block without limit. The time is
+    // counted from `start`. Calls `progress` on the caller's thread, at once and then about every second. When the time
+    // runs out the thread stays behind: the process has to end without waiting for it. Once a process.
+    Answer Perform(VorlinkFactory factory, Arguments const& arguments, Clock::time_point start,
+                   ProgressCallback const& progress, PatienceCallback const& patience);
+} // namespace host

@@ -9,22 +9,25 @@
 #include <string>
 #include <variant>
 
-enum class SearchEnd
+namespace host
 {
-    Complete, // the library has ended it by itself
-    Enough,   // the name's taker has; the library searches on
-    TimeLimit,
-    Interrupted, // by Ctrl+C or Ctrl+Break
-};
+    enum class SearchEnd
+    {
+        Complete, // the library has ended it by itself
+        Enough,   // the name's taker has; the library searches on
+        TimeLimit,
+        Interrupted, // by Ctrl+C or Ctrl+Break
+    };
 
-using SearchResult = std::variant<SearchEnd, Failure>;
+    using SearchResult = std::variant<SearchEnd, Failure>;
 
-// Takes the name of a device that the library has reported, in UTF-8; false when that is enough.
-using NameCallback = std::function<bool(std::string const& name)>;
+    // Takes the name of a device that the library has reported, in UTF-8; false when that is enough.
+    using NameCallback = std::function<bool(std::string const& name)>;
 
-using ElapsedCallback = std::function<void(std::chrono::seconds elapsed)>;
+    using ElapsedCallback = std::function<void(std::chrono::seconds elapsed)>;
 
-// Has the library search for phones, within the arguments' time limit. Calls both on the caller's thread, `progress`
-// many times a second. Once a process.
-SearchResult SearchPhones(VorlinkFactory factory, Arguments const& arguments, NameCallback const& takeName,
-                          ElapsedCallback const& progress);
+    // Has the library search for phones, within the arguments' time limit. Calls both on the caller's thread,
+    // `progress` many times a second. Once a process.
+    SearchResult SearchPhones(VorlinkFactory factory, Arguments const& arguments, NameCallback const& takeName,
+                              ElapsedCallback const& progress);
+} // namespace host

@@ -4,49 +4,52 @@
 #include "host/Terminal.h"
 #include "host/Text.h"
 
-namespace
+namespace host
 {
-    SearchResult Search(VorlinkFactory factory, Arguments const& arguments, Progress& progress,
-                        NameCallback const& takeName)
+    namespace
     {
-        auto result =
-            SearchPhones(factory, arguments, takeName, [&](auto elapsed) { progress.Show(Phase::Finding, elapsed); });
-        progress.Finish();
-        return result;
-    }
-} // namespace
+        SearchResult Search(VorlinkFactory factory, Arguments const& arguments, Progress& progress,
+                            NameCallback const& takeName)
+        {
+            auto result = SearchPhones(factory, arguments, takeName,
+                                       [&](auto elapsed) { progress.Show(Phase::Finding, elapsed); });
+            progress.Finish();
+            return result;
+        }
+    } // namespace
 
-Outcome ListPhones(VorlinkFactory factory, Arguments const& arguments, Progress& progress)
-{
-    std::size_t count = 0;
-    auto const result = Search(factory, arguments, progress, [&](std::string const& name) {
-        progress.Finish();
-        Print(Harmless(name) + "\n");
-        ++count;
-        return true;
-    });
-    if (auto const* failure = std::get_if<Failure>(&result))
+    Outcome ListPhones(VorlinkFactory factory, Arguments const& arguments, Progress& progress)
     {
-        return DescribeFailure(failure->text);
+        std::size_t count = 0;
+        auto const result = Search(factory, arguments, progress, [&](std::string const& name) {
+            progress.Finish();
+            Print(Harmless(name) + "\n");
+            ++count;
+            return true;
+        });
+        if (auto const* failure = std::get_if<Failure>(&result))
+        {
+            return DescribeFailure(failure->text);
+        }
+        return DescribeList(count, std::get<SearchEnd>(result) == SearchEnd::Complete);
     }
-    return DescribeList(count, std::get<SearchEnd>(result) == SearchEnd::Complete);
-}
 
-std::optional<Outcome> AwaitPhone(VorlinkFactory factory, Arguments const& arguments, Progress& progress)
-{
-    auto const result =
-        Search(factory, arguments, progress, [&](std::string const& name) { return name != arguments.name; });
-    if (auto const* failure = std::get_if<Failure>(&result))
+    std::optional<Outcome> AwaitPhone(VorlinkFactory factory, Arguments const& arguments, Progress& progress)
     {
-        return DescribeFailure(failure->text);
+        auto const result =
+            Search(factory, arguments, progress, [&](std::string const& name) { return name != arguments.name; });
+        if (auto const* failure = std::get_if<Failure>(&result))
+        {
+            return DescribeFailure(failure->text);
+        }
+        switch (std::get<SearchEnd>(result))
+        {
+        case SearchEnd::TimeLimit:
+            return DescribeNoAnswer(arguments.name, arguments.timeout.count(), nullptr);
+        case SearchEnd::Interrupted:
+            return DescribeInterruption(arguments.name);
+        default:
+            return std::nullopt; // the library may hold the phone by a name that it did not report
+        }
     }
-    switch (std::get<SearchEnd>(result))
-    {
-    case SearchEnd::TimeLimit:
-        return DescribeNoAnswer(arguments.name, arguments.timeout.count(), nullptr);
-    case SearchEnd::Interrupted:
-        return DescribeInterruption(arguments.name);
-    default:
-        return std::nullopt; // the library may hold the phone by a name that it did not report
-    }
-}
+} // namespace host

@@ -6,41 +6,44 @@
 #include <string>
 #include <thread>
 
-namespace
+namespace host
 {
-    std::filesystem::path MakeFolder()
+    namespace
     {
-        auto const parent = std::filesystem::temp_directory_path();
-        for (auto number = GetTickCount64();; ++number)
+        std::filesystem::path MakeFolder()
         {
-            auto const name = "vorlinkctl-" + std::to_string(GetCurrentProcessId()) + "-" + std::to_string(number);
-            if (std::filesystem::create_directory(parent / name))
+            auto const parent = std::filesystem::temp_directory_path();
+            for (auto number = GetTickCount64();; ++number)
             {
-                return parent / name;
+                auto const name = "vorlinkctl-" + std::to_string(GetCurrentProcessId()) + "-" + std::to_string(number);
+                if (std::filesystem::create_directory(parent / name))
+                {
+                    return parent / name;
+                }
             }
         }
-    }
-} // namespace
+    } // namespace
 
-PrivateFolder::PrivateFolder()
-    : before{std::filesystem::current_path()}
-    , folder{MakeFolder()}
-{
-    std::filesystem::current_path(folder);
-}
-
-PrivateFolder::~PrivateFolder()
-{
-    std::error_code error;
-    std::filesystem::current_path(before, error);
-    // A file in it may be open still, for the rest of a write or for a scanner of viruses.
-    for (int attempt = 0; attempt < 100; ++attempt)
+    PrivateFolder::PrivateFolder()
+        : before{std::filesystem::current_path()}
+        , folder{MakeFolder()}
     {
-        std::filesystem::remove_all(folder, error);
-        if (!error)
-        {
-            return;
-        }
-        std::this_thread::sleep_for(std::chrono::milliseconds{20});
+        std::filesystem::current_path(folder);
     }
-}
+
+    PrivateFolder::~PrivateFolder()
+    {
+        std::error_code error;
+        std::filesystem::current_path(before, error);
+        // A file in it may be open still, for the rest of a write or for a scanner of viruses.
+        for (int attempt = 0; attempt < 100; ++attempt)
+        {
+            std::filesystem::remove_all(folder, error);
+            if (!error)
+            {
+                return;
+            }
+            std::this_thread::sleep_for(std::chrono::milliseconds{20});
+        }
+    }
+} // namespace host

@@ -2,16 +2,19 @@
 
 #include <filesystem>
 
-// A temporary folder, which is the process's current one for as long as this lives.
-class PrivateFolder
+namespace host
 {
-public:
-    PrivateFolder();
-    ~PrivateFolder();
-    PrivateFolder(PrivateFolder const&) = delete;
-    PrivateFolder& operator=(PrivateFolder const&) = delete;
+    // A temporary folder, which is the process's current one for as long as this lives.
+    class PrivateFolder
+    {
+    public:
+        PrivateFolder();
+        ~PrivateFolder();
+        PrivateFolder(PrivateFolder const&) = delete;
+        PrivateFolder& operator=(PrivateFolder const&) = delete;
 
-private:
-    std::filesystem::path const before;
-    std::filesystem::path const folder;
-};
+    private:
+        std::filesystem::path const before;
+        std::filesystem::path const folder;
+    };
+} // namespace host

@@ -7,23 +7,26 @@
 #include <memory>
 #include <string_view>
 
-// The library's log during a search for phones: nothing else tells the search's end. It is on for as long as this
-// lives; a user who does not want it never sees it.
-class SearchLog
+namespace host
 {
-public:
-    SearchLog(Vorlink& vorlink, bool wanted);
-    ~SearchLog();
-    SearchLog(SearchLog const&) = delete;
-    SearchLog& operator=(SearchLog const&) = delete;
+    // The library's log during a search for phones: nothing else tells the search's end. It is on for as long as this
+    // lives; a user who does not want it never sees it.
+    class SearchLog
+    {
+    public:
+        SearchLog(Vorlink& vorlink, bool wanted);
+        ~SearchLog();
+        SearchLog(SearchLog const&) = delete;
+        SearchLog& operator=(SearchLog const&) = delete;
 
-    bool HoldsEnd() const;
+        bool HoldsEnd() const;
 
-    // Whether the log may seem to hold the end because a device has this name, which is logged as it is.
-    static bool IsEndForgedBy(std::string_view name);
+        // Whether the log may seem to hold the end because a device has this name, which is logged as it is.
+        static bool IsEndForgedBy(std::string_view name);
 
-private:
-    Vorlink& vorlink;
-    std::unique_ptr<PrivateFolder> const folder; // null where the user wants the log
-    LogRecords const records{"log.log"};
-};
+    private:
+        Vorlink& vorlink;
+        std::unique_ptr<PrivateFolder> const folder; // null where the user wants the log
+        LogRecords const records{"log.log"};
+    };
+} // namespace host

@@ -4,14 +4,17 @@
 
 #include <string_view>
 
-// Standard output and error, in UTF-8 whether they are a console, a file or a pipe.
+namespace host
+{
+    // Standard output and error, in UTF-8 whether they are a console, a file or a pipe.
 
-// From here on standard output is Print's alone: what the library writes there by the C and C++ streams, its data
-// store and listings, goes nowhere.
-void OpenTerminal();
-void Print(std::string_view text);
-void PrintError(std::string_view text);
-bool ErrorIsConsole();
+    // From here on standard output is Print's alone: what the library writes there by the C and C++ streams, its data
+    // store and listings, goes nowhere.
+    void OpenTerminal();
+    void Print(std::string_view text);
+    void PrintError(std::string_view text);
+    bool ErrorIsConsole();
 
-// Ends the process at once, running nobody's destructors: a thread of the library may still be at work.
-[[noreturn]] void EndProcess(ExitCode code);
+    // Ends the process at once, running nobody's destructors: a thread of the library may still be at work.
+    [[noreturn]] void EndProcess(ExitCode code);
+} // namespace host

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstring>
 
+using namespace host;
 using testing::HasSubstr;
 using testing::StartsWith;
 

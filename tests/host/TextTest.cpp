@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace host;
+
 TEST(Harmless, LeavesOrdinaryTextAlone)
 {
     EXPECT_EQ(Harmless("Kitchen Speaker"), "Kitchen Speaker");
