@@ -7,7 +7,6 @@
 #include <windows.h>
 #include <shellapi.h>
 
-#include <array>
 #include <cstddef>
 #include <memory>
 #include <sstream>
@@ -61,18 +60,16 @@ namespace host
         constexpr char timeoutHelp[] = "Seconds to wait for the answer, search included; 60 unless given";
         constexpr char longNames[] = "A name of 14 bytes or more also matches a device whose name contains it.";
 
-        constexpr std::array commandTexts{
-            CommandText{Command::Pair, "pair", "Finds a Bluetooth device by its name and pairs it", timeoutHelp,
-                        longNames, true, true},
-            CommandText{Command::Unpair, "unpair",
-                        "Finds a Bluetooth device by its name and unpairs its Classic and LE endpoints", timeoutHelp,
-                        longNames, true, false},
-            CommandText{Command::Phones, "phones",
-                        "Lists the phones and other Bluetooth Classic devices that can be paired",
-                        "Seconds to search at most; the search ends by itself after 25",
-                        "Each name is printed as soon as it is seen. Ctrl+C ends the search early.", false, false},
-            CommandText{Command::PairPhone, "pair-phone", "Waits until a phone of this name is seen and pairs it",
-                        timeoutHelp, "The name must be exactly the one that \"vorlinkctl phones\" lists.", true, true},
+        constexpr CommandText commandTexts[] = {
+            {Command::Pair, "pair", "Finds a Bluetooth device by its name and pairs it", timeoutHelp, longNames, true,
+             true},
+            {Command::Unpair, "unpair", "Finds a Bluetooth device by its name and unpairs its Classic and LE endpoints",
+             timeoutHelp, longNames, true, false},
+            {Command::Phones, "phones", "Lists the phones and other Bluetooth Classic devices that can be paired",
+             "Seconds to search at most; the search ends by itself after 25",
+             "Each name is printed as soon as it is seen. Ctrl+C ends the search early.", false, false},
+            {Command::PairPhone, "pair-phone", "Waits until a phone of this name is seen and pairs it", timeoutHelp,
+             "The name must be exactly the one that \"vorlinkctl phones\" lists.", true, true},
         };
 
         struct Options
@@ -92,7 +89,7 @@ namespace host
                                  "The name that the device shows; in quotes when it holds blanks")
                     ->option_text(" ")
                     ->required()
-                    ->check(CLI::Validator{NotEmpty, ""});
+                    ->check(CLI::Validator(NotEmpty, ""));
             }
             added->add_flag("--log", options.arguments.log,
                             "Write the library's log (log.log, in this folder) and show its new records");
@@ -105,13 +102,13 @@ namespace host
                     "--no-learn", options.noLearn,
                     "Do not wait, after the pairing, for what the library learns of the device's LE side (MyLEData)");
             }
-            added->footer(std::string{text.footer} + "\n\n" + ExitCodeHelp());
+            added->footer(std::string(text.footer) + "\n\n" + ExitCodeHelp());
         }
     } // namespace
 
     std::variant<Arguments, EarlyExit> ReadArguments()
     {
-        CLI::App app{"Lists, pairs and unpairs Bluetooth devices by name.", "vorlinkctl"};
+        CLI::App app("Lists, pairs and unpairs Bluetooth devices by name.", "vorlinkctl");
         app.allow_windows_style_options(false); // a device's name may begin with a slash
         app.set_version_flag("--version", "vorlinkctl " VORLINK_VERSION);
         app.require_subcommand(1);
@@ -133,7 +130,7 @@ namespace host
             return EarlyExit{isHelp ? ExitCode::Done : ExitCode::Usage, shown.str()};
         }
         auto arguments = options.arguments;
-        arguments.timeout = std::chrono::seconds{options.timeoutSeconds};
+        arguments.timeout = std::chrono::seconds(options.timeoutSeconds);
         for (auto const& text : commandTexts)
         {
             if (app.got_subcommand(text.word))

@@ -22,7 +22,7 @@ namespace host
         std::string name; // empty for Phones
         bool log = false;
         bool learn = false; // after a pairing, wait for what the library learns of the device
-        std::chrono::seconds timeout{60};
+        std::chrono::seconds timeout{};
     };
 
     // What to print instead of working: help or version on standard output, a usage error on standard error.

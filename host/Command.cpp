@@ -34,7 +34,7 @@ namespace host
             }
             // The log knows whether the search has found anything.
             bool const found = records.Read().find("CLassic id is: ") != std::string::npos;
-            return found ? std::chrono::milliseconds{arguments.timeout} : std::chrono::milliseconds{0};
+            return found ? std::chrono::milliseconds(arguments.timeout) : std::chrono::milliseconds(0);
         }
 
         Outcome DescribeAnswer(Answer const& answer, Arguments const& arguments, Phase lastPhase)
@@ -45,11 +45,11 @@ namespace host
                 return DescribeNoAnswer(arguments.name, arguments.timeout.count(),
                                         lastPhase == Phase::Working ? doing : nullptr);
             }
-            if (auto const* failure = std::get_if<Failure>(&*answer))
+            if (auto const* const failure = std::get_if<Failure>(&*answer))
             {
                 return DescribeFailure(failure->text);
             }
-            if (auto const* report = std::get_if<UnpairReport>(&*answer))
+            if (auto const* const report = std::get_if<UnpairReport>(&*answer))
             {
                 return DescribeUnpairing(report->success, arguments.name);
             }
@@ -78,7 +78,7 @@ namespace host
 
         void PrintRecords(LogRecords const& records)
         {
-            std::istringstream lines{records.Read()};
+            std::istringstream lines(records.Read());
             std::string shown;
             for (std::string line; std::getline(lines, line);)
             {
@@ -114,8 +114,8 @@ namespace host
     ExitCode RunCommand(Arguments const& arguments)
     {
         auto const factory = LoadVorlink();
-        LogRecords const records{"log.log"};
-        Progress progress{arguments.command, arguments.name};
+        LogRecords const records("log.log");
+        Progress progress(arguments.command, arguments.name);
 
         auto const outcome = arguments.command == Command::Phones ? ListPhones(factory, arguments, progress)
                                                                   : PairOrUnpair(factory, arguments, records, progress);

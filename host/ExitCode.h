@@ -1,7 +1,5 @@
 #pragma once
 
-#include <array>
-
 namespace host
 {
     // What the program tells its caller. The help text lists this table.
@@ -21,13 +19,12 @@ namespace host
         char const* meaning;
     };
 
-    inline constexpr std::array exitCodeMeanings{
-        ExitCodeMeaning{ExitCode::Done,
-                        "devices are listed, paired or unpaired, as asked (or help or version was shown)"},
-        ExitCodeMeaning{ExitCode::Failed, "the platform or the library failed"},
-        ExitCodeMeaning{ExitCode::Usage, "the command line is wrong"},
-        ExitCodeMeaning{ExitCode::NotFound, "no device (of that name) was found, or none answered"},
-        ExitCodeMeaning{ExitCode::Refused, "the device was found, but not paired or unpaired"},
-        ExitCodeMeaning{ExitCode::NoAnswer, "no answer within the time limit, or before Ctrl+C"},
+    inline constexpr ExitCodeMeaning exitCodeMeanings[] = {
+        {ExitCode::Done, "devices are listed, paired or unpaired, as asked (or help or version was shown)"},
+        {ExitCode::Failed, "the platform or the library failed"},
+        {ExitCode::Usage, "the command line is wrong"},
+        {ExitCode::NotFound, "no device (of that name) was found, or none answered"},
+        {ExitCode::Refused, "the device was found, but not paired or unpaired"},
+        {ExitCode::NoAnswer, "no answer within the time limit, or before Ctrl+C"},
     };
 } // namespace host

@@ -39,7 +39,7 @@ namespace host
         }
         catch (std::system_error const& error)
         {
-            return WithCode(std::string{error.code().category().name()} + " error " +
+            return WithCode(std::string(error.code().category().name()) + " error " +
                                 std::to_string(error.code().value()),
                             error.what());
         }

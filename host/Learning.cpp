@@ -20,7 +20,7 @@ namespace host
                 {
                     return false;
                 }
-                std::this_thread::sleep_for(std::chrono::milliseconds{10});
+                std::this_thread::sleep_for(std::chrono::milliseconds(10));
             }
             return true;
         }
@@ -28,7 +28,7 @@ namespace host
 
     bool WaitForLearning()
     {
-        auto const end = Clock::now() + std::chrono::seconds{8};
+        auto const end = Clock::now() + std::chrono::seconds(8);
         return WaitForListing(true, end) && WaitForListing(false, end);
     }
 } // namespace host

@@ -20,7 +20,7 @@ namespace host
                 if (length < path.size())
                 {
                     path.resize(length);
-                    return std::filesystem::path{path}.parent_path();
+                    return std::filesystem::path(path).parent_path();
                 }
                 path.resize(path.size() * 2);
             }
@@ -28,7 +28,7 @@ namespace host
 
         LibraryError Unusable(std::string const& problem)
         {
-            return LibraryError{problem + "\nPut the vorlink.dll of the same build beside vorlinkctl.exe."};
+            return LibraryError(problem + "\nPut the vorlink.dll of the same build beside vorlinkctl.exe.");
         }
     } // namespace
 
@@ -43,13 +43,13 @@ namespace host
         }
         HMODULE const module =
             LoadLibraryExW(path.c_str(), nullptr, LOAD_LIBRARY_SEARCH_DLL_LOAD_DIR | LOAD_LIBRARY_SEARCH_SYSTEM32);
-        if (module == nullptr)
+        if (!module)
         {
             throw Unusable(ToUtf8(path.native()) + " does not load (Windows error " + std::to_string(GetLastError()) +
                            ").");
         }
         FARPROC const factory = GetProcAddress(module, "getVorlinkPtr");
-        if (factory == nullptr)
+        if (!factory)
         {
             throw Unusable(ToUtf8(path.native()) + " does not export getVorlinkPtr.");
         }

@@ -17,17 +17,17 @@ namespace host
         }
     } // namespace
 
-    LogRecords::LogRecords(std::filesystem::path file)
-        : path{std::move(file)}
-        , start{SizeOrZero(path)}
+    LogRecords::LogRecords(std::filesystem::path path)
+        : m_path(std::move(path))
+        , m_start(SizeOrZero(m_path))
     {
     }
 
     std::string LogRecords::Read() const
     {
-        std::ifstream file{path, std::ios::binary};
-        file.seekg(static_cast<std::streamoff>(start));
-        return {std::istreambuf_iterator<char>{file}, {}};
+        std::ifstream file(m_path, std::ios::binary);
+        file.seekg(static_cast<std::streamoff>(m_start));
+        return {std::istreambuf_iterator<char>(file), {}};
     }
 
     void LogRecords::WaitFor(std::string_view text, std::chrono::milliseconds limit) const
@@ -35,7 +35,7 @@ namespace host
         auto const end = std::chrono::steady_clock::now() + limit;
         while (Read().find(text) == std::string::npos && std::chrono::steady_clock::now() < end)
         {
-            std::this_thread::sleep_for(std::chrono::milliseconds{10});
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
         }
     }
 } // namespace host

@@ -20,7 +20,7 @@ namespace host
         void WaitFor(std::string_view text, std::chrono::milliseconds limit) const;
 
     private:
-        std::filesystem::path path;
-        std::uintmax_t start;
+        std::filesystem::path m_path;
+        std::uintmax_t m_start;
     };
 } // namespace host

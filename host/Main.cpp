@@ -14,7 +14,7 @@ namespace host
         ExitCode Run()
         {
             auto const arguments = ReadArguments();
-            if (auto const* early = std::get_if<EarlyExit>(&arguments))
+            if (auto const* const early = std::get_if<EarlyExit>(&arguments))
             {
                 early->code == ExitCode::Usage ? PrintError(early->text) : Print(early->text);
                 return early->code;

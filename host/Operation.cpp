@@ -23,7 +23,7 @@ namespace host
 
         void SetAnswer(Answer answer)
         {
-            std::lock_guard const lock{shared.mutex};
+            std::lock_guard const lock(shared.mutex);
             shared.answer = std::move(answer);
             shared.changed.notify_all();
         }
@@ -43,11 +43,11 @@ namespace host
             switch (arguments.command)
             {
             case Command::Unpair:
-                return vorlink.UnpairedCurrent(arguments.name, &OnUnpairReport);
+                return vorlink.UnpairedCurrent(arguments.name, OnUnpairReport);
             case Command::PairPhone:
-                return vorlink.IosPairedDevicce(arguments.name, &OnPairReport);
+                return vorlink.IosPairedDevicce(arguments.name, OnPairReport);
             default:
-                return vorlink.PairedDevice(arguments.name, &OnPairReport);
+                return vorlink.PairedDevice(arguments.name, OnPairReport);
             }
         }
 
@@ -66,7 +66,7 @@ namespace host
                 SetAnswer(Failure{DescribeCurrentException()});
                 return;
             }
-            std::lock_guard const lock{shared.mutex};
+            std::lock_guard const lock(shared.mutex);
             shared.phase = Phase::Working;
             shared.changed.notify_all();
         }
@@ -77,10 +77,10 @@ namespace host
     {
         auto const limit = start + arguments.timeout;
         auto end = limit; // comes nearer when the operation has returned
-        std::thread{Run, factory, arguments}.detach();
+        std::thread(Run, factory, arguments).detach();
 
         auto lastPhase = Phase::Finding;
-        std::unique_lock lock{shared.mutex};
+        std::unique_lock lock(shared.mutex);
         while (!shared.answer && Clock::now() < end)
         {
             auto const phase = shared.phase;
@@ -93,7 +93,7 @@ namespace host
             auto const elapsed = std::chrono::duration_cast<std::chrono::seconds>(Clock::now() - start);
             progress(phase, elapsed);
             lock.lock();
-            shared.changed.wait_until(lock, std::min(end, start + elapsed + std::chrono::seconds{1}),
+            shared.changed.wait_until(lock, std::min(end, start + elapsed + std::chrono::seconds(1)),
                                       [&] { return shared.answer.has_value() || shared.phase != phase; });
         }
         if (!shared.answer && end < limit)

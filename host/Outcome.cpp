@@ -19,7 +19,7 @@ namespace host
 
         std::string Quoted(std::string_view name)
         {
-            std::string quoted{'"'};
+            std::string quoted = "\"";
             quoted.append(Harmless(name)).append("\"");
             return quoted;
         }
@@ -105,7 +105,7 @@ namespace host
     Outcome DescribeNoAnswer(std::string const& name, long long seconds, char const* doing)
     {
         auto const pending =
-            doing ? "the " + std::string{doing} + " of " + Quoted(name) : "the search for " + Quoted(name);
+            doing ? "the " + std::string(doing) + " of " + Quoted(name) : "the search for " + Quoted(name);
         return {ExitCode::NoAnswer, "No answer: " + pending + " did not end within " + std::to_string(seconds) +
                                         " s.\nTry again, with a longer --timeout if the device needs it."};
     }

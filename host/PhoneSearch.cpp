@@ -16,10 +16,8 @@ namespace host
 {
     namespace
     {
-        using namespace std::chrono_literals;
-
         // The library ends a search after 25 s. It has ended by now, also if the log did not tell.
-        constexpr auto longestSearch = 28s;
+        constexpr std::chrono::seconds longestSearch{28};
 
         // The library's callback carries no context, so what it shares with the waiting thread is global.
         struct
@@ -31,7 +29,7 @@ namespace host
 
         void OnDevice(wchar_t const* name, std::uint32_t length) noexcept
         {
-            std::lock_guard const lock{shared.mutex};
+            std::lock_guard const lock(shared.mutex);
             shared.names.push_back(ToUtf8({name, length}));
             shared.changed.notify_all();
         }
@@ -39,8 +37,8 @@ namespace host
         // Those reported since the last time; waits a little for one when there is none.
         std::vector<std::string> TakeNames()
         {
-            std::unique_lock lock{shared.mutex};
-            shared.changed.wait_for(lock, 20ms, [] { return !shared.names.empty(); });
+            std::unique_lock lock(shared.mutex);
+            shared.changed.wait_for(lock, std::chrono::milliseconds(20), [] { return !shared.names.empty(); });
             return std::exchange(shared.names, {});
         }
 
@@ -48,16 +46,16 @@ namespace host
         template <typename Work>
         std::shared_future<void> Begin(Work work)
         {
-            std::packaged_task<void()> task{std::move(work)};
+            std::packaged_task<void()> task(std::move(work));
             auto done = task.get_future().share();
-            std::thread{std::move(task)}.detach();
+            std::thread(std::move(task)).detach();
             return done;
         }
 
         // Passes a failure on.
         bool IsDone(std::shared_future<void> const& done)
         {
-            if (done.wait_for(0s) != std::future_status::ready)
+            if (done.wait_for(std::chrono::seconds(0)) != std::future_status::ready)
             {
                 return false;
             }
@@ -68,9 +66,9 @@ namespace host
         // A second start ends a search that runs. If it has just ended by itself, it begins anew and takes a third.
         void Stop(Vorlink& vorlink)
         {
-            if (vorlink.StartIosWatcher(&OnDevice))
+            if (vorlink.StartIosWatcher(OnDevice))
             {
-                vorlink.StartIosWatcher(&OnDevice);
+                vorlink.StartIosWatcher(OnDevice);
             }
         }
 
@@ -118,15 +116,15 @@ namespace host
         // Never released: the library may still be at work for the object when the process ends.
         Vorlink* const vorlink = factory().release();
         Interruption const interruption;
-        SearchLog const log{*vorlink, arguments.log};
-        auto const started = Begin([vorlink] { vorlink->StartIosWatcher(&OnDevice); });
+        SearchLog const log(*vorlink, arguments.log);
+        auto const started = Begin([vorlink] { vorlink->StartIosWatcher(OnDevice); });
         try
         {
             auto const end = Watch(started, log, interruption, arguments.timeout, takeName, progress);
             bool const cutShort = end == SearchEnd::TimeLimit || end == SearchEnd::Interrupted;
             if (cutShort && IsDone(started))
             {
-                Begin([vorlink] { Stop(*vorlink); }).wait_for(2s);
+                Begin([vorlink] { Stop(*vorlink); }).wait_for(std::chrono::seconds(2));
             }
             return end;
         }

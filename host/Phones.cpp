@@ -27,7 +27,7 @@ namespace host
             ++count;
             return true;
         });
-        if (auto const* failure = std::get_if<Failure>(&result))
+        if (auto const* const failure = std::get_if<Failure>(&result))
         {
             return DescribeFailure(failure->text);
         }
@@ -38,7 +38,7 @@ namespace host
     {
         auto const result =
             Search(factory, arguments, progress, [&](std::string const& name) { return name != arguments.name; });
-        if (auto const* failure = std::get_if<Failure>(&result))
+        if (auto const* const failure = std::get_if<Failure>(&result))
         {
             return DescribeFailure(failure->text);
         }

@@ -25,25 +25,25 @@ namespace host
     } // namespace
 
     PrivateFolder::PrivateFolder()
-        : before{std::filesystem::current_path()}
-        , folder{MakeFolder()}
+        : m_before(std::filesystem::current_path())
+        , m_folder(MakeFolder())
     {
-        std::filesystem::current_path(folder);
+        std::filesystem::current_path(m_folder);
     }
 
     PrivateFolder::~PrivateFolder()
     {
         std::error_code error;
-        std::filesystem::current_path(before, error);
+        std::filesystem::current_path(m_before, error);
         // A file in it may be open still, for the rest of a write or for a scanner of viruses.
         for (int attempt = 0; attempt < 100; ++attempt)
         {
-            std::filesystem::remove_all(folder, error);
+            std::filesystem::remove_all(m_folder, error);
             if (!error)
             {
                 return;
             }
-            std::this_thread::sleep_for(std::chrono::milliseconds{20});
+            std::this_thread::sleep_for(std::chrono::milliseconds(20));
         }
     }
 } // namespace host

@@ -14,7 +14,7 @@ namespace host
         PrivateFolder& operator=(PrivateFolder const&) = delete;
 
     private:
-        std::filesystem::path const before;
-        std::filesystem::path const folder;
+        std::filesystem::path const m_before;
+        std::filesystem::path const m_folder;
     };
 } // namespace host

@@ -6,43 +6,43 @@
 namespace host
 {
     Progress::Progress(Command command, std::string const& name)
-        : console{ErrorIsConsole()}
+        : m_console(ErrorIsConsole())
     {
         auto const device = "\"" + Harmless(name) + "\"";
         bool const unpairs = command == Command::Unpair;
         bool const lists = command == Command::Phones;
-        finding = "Looking for " + (lists ? "devices to pair" : device);
-        working = (unpairs ? "Unpairing " : "Pairing ") + device;
-        announcement = finding + (lists ? "" : unpairs ? " and unpairing it" : " and pairing it") + " ...\n";
+        m_finding = "Looking for " + (lists ? "devices to pair" : device);
+        m_working = (unpairs ? "Unpairing " : "Pairing ") + device;
+        m_announcement = m_finding + (lists ? "" : unpairs ? " and unpairing it" : " and pairing it") + " ...\n";
     }
 
     void Progress::Show(Phase phase, std::chrono::seconds elapsed)
     {
-        if (!console)
+        if (!m_console)
         {
-            if (!announced)
+            if (!m_announced)
             {
-                PrintError(announcement);
+                PrintError(m_announcement);
             }
-            announced = true;
+            m_announced = true;
             return;
         }
         auto const line =
-            (phase == Phase::Finding ? finding : working) + " ... " + std::to_string(elapsed.count()) + " s";
-        if (line != shown)
+            (phase == Phase::Finding ? m_finding : m_working) + " ... " + std::to_string(elapsed.count()) + " s";
+        if (line != m_shown)
         {
-            auto const rest = shown.size() > line.size() ? shown.size() - line.size() : 0;
+            auto const rest = m_shown.size() > line.size() ? m_shown.size() - line.size() : 0;
             PrintError("\r" + line + std::string(rest, ' '));
-            shown = line;
+            m_shown = line;
         }
     }
 
     void Progress::Finish()
     {
-        if (!shown.empty())
+        if (!m_shown.empty())
         {
-            PrintError("\r" + std::string(shown.size(), ' ') + "\r");
-            shown.clear();
+            PrintError("\r" + std::string(m_shown.size(), ' ') + "\r");
+            m_shown.clear();
         }
     }
 } // namespace host

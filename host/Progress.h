@@ -21,11 +21,11 @@ namespace host
         void Finish();
 
     private:
-        std::string finding;
-        std::string working;
-        std::string announcement;
-        bool const console;
-        bool announced = false;
-        std::string shown; // the console's line
+        std::string m_finding;
+        std::string m_working;
+        std::string m_announcement;
+        bool const m_console;
+        bool m_announced = false;
+        std::string m_shown; // the console's line
     };
 } // namespace host

@@ -10,26 +10,26 @@ namespace host
         constexpr std::string_view endRecord = "[Function:StopIosWatcher] entry StopIosWatcher";
     } // namespace
 
-    SearchLog::SearchLog(Vorlink& theVorlink, bool wanted)
-        : vorlink{theVorlink}
-        , folder{wanted ? nullptr : std::make_unique<PrivateFolder>()}
+    SearchLog::SearchLog(Vorlink& vorlink, bool wanted)
+        : m_vorlink(vorlink)
+        , m_folder(wanted ? nullptr : std::make_unique<PrivateFolder>())
     {
-        vorlink.SetLogEnabled(true);
+        m_vorlink.SetLogEnabled(true);
     }
 
     SearchLog::~SearchLog()
     {
-        if (folder)
+        if (m_folder)
         {
-            vorlink.SetLogEnabled(false);
+            m_vorlink.SetLogEnabled(false);
             // A record that is on its way looks up the current folder only now.
-            std::this_thread::sleep_for(std::chrono::milliseconds{50});
+            std::this_thread::sleep_for(std::chrono::milliseconds(50));
         }
     }
 
     bool SearchLog::HoldsEnd() const
     {
-        return records.Read().find(endRecord) != std::string::npos;
+        return m_records.Read().find(endRecord) != std::string::npos;
     }
 
     bool SearchLog::IsEndForgedBy(std::string_view name)

@@ -25,8 +25,8 @@ namespace host
         static bool IsEndForgedBy(std::string_view name);
 
     private:
-        Vorlink& vorlink;
-        std::unique_ptr<PrivateFolder> const folder; // null where the user wants the log
-        LogRecords const records{"log.log"};
+        Vorlink& m_vorlink;
+        std::unique_ptr<PrivateFolder> const m_folder; // null where the user wants the log
+        LogRecords const m_records{"log.log"};
     };
 } // namespace host

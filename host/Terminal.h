@@ -1,3 +1,4 @@
+// Standard output and error, in UTF-8 whether they are a console, a file or a pipe.
 #pragma once
 
 #include "host/ExitCode.h"
@@ -6,8 +7,6 @@
 
 namespace host
 {
-    // Standard output and error, in UTF-8 whether they are a console, a file or a pipe.
-
     // From here on standard output is Print's alone: what the library writes there by the C and C++ streams, its data
     // store and listings, goes nowhere.
     void OpenTerminal();

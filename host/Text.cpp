@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstdio>
@@ -24,7 +25,7 @@ namespace host
                                      : byte(0) < 0xE0 ? 2
                                      : byte(0) < 0xF0 ? 3
                                                       : 4;
-            constexpr std::array<std::uint32_t, 5> smallest{0, 0, 0x80, 0x800, 0x10000};
+            constexpr std::uint32_t smallest[] = {0, 0, 0x80, 0x800, 0x10000};
             if (size == 0 || size > text.size() || byte(0) > 0xF7)
             {
                 return {0, 0};
@@ -48,23 +49,19 @@ namespace host
             std::uint32_t last;
         };
 
-        constexpr std::array harmful{
-            Range{0x00, 0x1F},     // controls
-            Range{0x7F, 0x9F},     // delete, and the controls of the upper half
-            Range{0x061C, 0x061C}, // bidirectional marks, embeddings, overrides and isolates
-            Range{0x200E, 0x200F}, Range{0x2028, 0x202E}, Range{0x2066, 0x2069},
+        constexpr Range harmful[] = {
+            {0x00, 0x1F},     // controls
+            {0x7F, 0x9F},     // delete, and the controls of the upper half
+            {0x061C, 0x061C}, // the Arabic letter mark
+            {0x200E, 0x200F}, // the marks of the other scripts
+            {0x2028, 0x202E}, // separators of lines and paragraphs, embeddings and overrides
+            {0x2066, 0x2069}, // isolates
         };
 
         bool IsHarmful(std::uint32_t value)
         {
-            for (auto const& range : harmful)
-            {
-                if (value >= range.first && value <= range.last)
-                {
-                    return true;
-                }
-            }
-            return false;
+            return std::ranges::any_of(
+                harmful, [value](Range const& range) { return value >= range.first && value <= range.last; });
         }
 
         std::string Spelled(std::uint32_t value, bool asByte)
