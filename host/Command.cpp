@@ -33,8 +33,7 @@ namespace host
                 return silenceWithoutLog;
             }
             // The log knows whether the search has found anything.
-            bool const found = records.Read().find("CLassic id is: ") != std::string::npos;
-            return found ? std::chrono::milliseconds(arguments.timeout) : std::chrono::milliseconds(0);
+            return records.Holds("CLassic id is: ") ? arguments.timeout : std::chrono::seconds(0);
         }
 
         Outcome DescribeAnswer(Answer const& answer, Arguments const& arguments, Phase lastPhase)
@@ -69,8 +68,7 @@ namespace host
             {
                 records.WaitFor("DevicePairingResultStatus::", limit);
             }
-            bool const lastIsThere = records.Read().find("ble data is bad ") != std::string::npos;
-            if (command == Command::Unpair && code == ExitCode::Done && !lastIsThere)
+            if (command == Command::Unpair && code == ExitCode::Done && !records.Holds("ble data is bad "))
             {
                 records.WaitFor("unpaired device ", limit);
             }
@@ -114,7 +112,7 @@ namespace host
     ExitCode RunCommand(Arguments const& arguments)
     {
         auto const factory = LoadVorlink();
-        LogRecords const records("log.log");
+        LogRecords const records;
         Progress progress(arguments.command, arguments.name);
 
         auto const outcome = arguments.command == Command::Phones ? ListPhones(factory, arguments, progress)

@@ -2,25 +2,24 @@
 
 #include <chrono>
 #include <cstdint>
-#include <filesystem>
 #include <string>
 #include <string_view>
 
 namespace host
 {
-    // The records that a log file gains from construction on.
+    // The records that the library's log, "log.log" in the current directory, gains from construction on.
     class LogRecords
     {
     public:
-        explicit LogRecords(std::filesystem::path path);
+        LogRecords();
 
         std::string Read() const;
+        bool Holds(std::string_view text) const;
 
-        // Waits until a new record holds `text`: the library logs a pairing's outcome after it has reported it.
+        // Waits until a new record holds `text`.
         void WaitFor(std::string_view text, std::chrono::milliseconds limit) const;
 
     private:
-        std::filesystem::path m_path;
         std::uintmax_t m_start;
     };
 } // namespace host

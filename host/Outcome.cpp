@@ -17,13 +17,6 @@ namespace host
             return {field, static_cast<std::size_t>(std::find(field, field + size, '\0') - field)};
         }
 
-        std::string Quoted(std::string_view name)
-        {
-            std::string quoted = "\"";
-            quoted.append(Harmless(name)).append("\"");
-            return quoted;
-        }
-
         bool IsNothingFound(PairReport const& report, std::string_view nameField)
         {
             // A name that fills its field runs on into the address text.

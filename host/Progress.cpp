@@ -8,7 +8,7 @@ namespace host
     Progress::Progress(Command command, std::string const& name)
         : m_console(ErrorIsConsole())
     {
-        auto const device = "\"" + Harmless(name) + "\"";
+        auto const device = Quoted(name);
         bool const unpairs = command == Command::Unpair;
         bool const lists = command == Command::Phones;
         m_finding = "Looking for " + (lists ? "devices to pair" : device);

@@ -29,7 +29,7 @@ namespace host
 
     bool SearchLog::HoldsEnd() const
     {
-        return m_records.Read().find(endRecord) != std::string::npos;
+        return m_records.Holds(endRecord);
     }
 
     bool SearchLog::IsEndForgedBy(std::string_view name)

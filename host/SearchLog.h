@@ -27,6 +27,6 @@ namespace host
     private:
         Vorlink& m_vorlink;
         std::unique_ptr<PrivateFolder> const m_folder; // null where the user wants the log
-        LogRecords const m_records{"log.log"};
+        LogRecords const m_records;
     };
 } // namespace host

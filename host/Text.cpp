@@ -111,4 +111,9 @@ namespace host
         }
         return shown;
     }
+
+    std::string Quoted(std::string_view name)
+    {
+        return '"' + Harmless(name) + '"';
+    }
 } // namespace host
