@@ -13,17 +13,9 @@ namespace host
     {
         std::filesystem::path OwnFolder()
         {
-            std::wstring path(MAX_PATH, L'\0');
-            for (;;)
-            {
-                DWORD const length = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
-                if (length < path.size())
-                {
-                    path.resize(length);
-                    return std::filesystem::path(path).parent_path();
-                }
-                path.resize(path.size() * 2);
-            }
+            std::wstring path(32'768, L'\0'); // longer than any path
+            path.resize(GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
+            return std::filesystem::path(path).parent_path();
         }
 
         LibraryError Unusable(std::string const& problem)

@@ -94,8 +94,7 @@ namespace host
                 {
                     return SearchEnd::Enough;
                 }
-                // A name is logged just before it is reported. One that forges the end is known when no more are
-                // reported.
+                // A name is logged just before it is reported: a forger is known when no more names come.
                 bool const hasEnded = (endIsLogged && logIsTrue && names.empty()) || elapsed >= longestSearch;
                 if (isStarted && hasEnded)
                 {
