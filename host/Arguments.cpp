@@ -48,11 +48,11 @@ namespace host
 
         struct CommandText
         {
-            Command command;
             char const* word;
             char const* purpose;
             char const* timeoutHelp;
             char const* footer;
+            Command command;
             bool takesName;
             bool pairs;
         };
@@ -61,15 +61,16 @@ namespace host
         constexpr char longNames[] = "A name of 14 bytes or more also matches a device whose name contains it.";
 
         constexpr CommandText commandTexts[] = {
-            {Command::Pair, "pair", "Finds a Bluetooth device by its name and pairs it", timeoutHelp, longNames, true,
+            {"pair", "Finds a Bluetooth device by its name and pairs it", timeoutHelp, longNames, Command::Pair, true,
              true},
-            {Command::Unpair, "unpair", "Finds a Bluetooth device by its name and unpairs its Classic and LE endpoints",
-             timeoutHelp, longNames, true, false},
-            {Command::Phones, "phones", "Lists the phones and other Bluetooth Classic devices that can be paired",
+            {"unpair", "Finds a Bluetooth device by its name and unpairs its Classic and LE endpoints", timeoutHelp,
+             longNames, Command::Unpair, true, false},
+            {"phones", "Lists the phones and other Bluetooth Classic devices that can be paired",
              "Seconds to search at most; the search ends by itself after 25",
-             "Each name is printed as soon as it is seen. Ctrl+C ends the search early.", false, false},
-            {Command::PairPhone, "pair-phone", "Waits until a phone of this name is seen and pairs it", timeoutHelp,
-             "The name must be exactly the one that \"vorlinkctl phones\" lists.", true, true},
+             "Each name is printed as soon as it is seen. Ctrl+C ends the search early.", Command::Phones, false,
+             false},
+            {"pair-phone", "Waits until a phone of this name is seen and pairs it", timeoutHelp,
+             "The name must be exactly the one that \"vorlinkctl phones\" lists.", Command::PairPhone, true, true},
         };
 
         struct Options

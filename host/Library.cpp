@@ -5,6 +5,7 @@
 #include <windows.h>
 
 #include <filesystem>
+#include <stdexcept>
 #include <string>
 
 namespace host
@@ -18,9 +19,9 @@ namespace host
             return std::filesystem::path(path).parent_path();
         }
 
-        LibraryError Unusable(std::string const& problem)
+        std::runtime_error Unusable(std::string const& problem)
         {
-            return LibraryError(problem + "\nPut the vorlink.dll of the same build beside vorlinkctl.exe.");
+            return std::runtime_error(problem + "\nPut the vorlink.dll of the same build beside vorlinkctl.exe.");
         }
     } // namespace
 
