@@ -6,26 +6,32 @@
 #include <string>
 #include <vector>
 
-struct ChildResult
+namespace test
 {
-    DWORD exitCode;
-    std::string output;
-    std::string error;
-};
+    struct ChildResult
+    {
+        DWORD exitCode;
+        std::string output;
+        std::string error;
+    };
 
-// The folder of the running test program, which holds the built programs and libraries as well.
-std::filesystem::path BinFolder();
+    // The folder of the running test program, which holds the built programs and libraries as well.
+    std::filesystem::path BinFolder();
 
-// Starts a program in the current directory, with these inheritable handles for its output and errors. Arguments are
-// UTF-8, without quotation marks. `flags` are CreateProcess's.
-PROCESS_INFORMATION StartChild(std::filesystem::path const& program, std::vector<std::string> const& arguments,
-                               HANDLE output, HANDLE error, DWORD flags = 0);
+    // A new file that a child process can write to by its handle.
+    HANDLE FileForChild(wchar_t const* name);
 
-// Waits for the program's end and closes its handles. One that does not end in time is ended, and the test fails.
-// Returns the exit code.
-DWORD WaitForEnd(PROCESS_INFORMATION const& process);
+    // Starts a program in the current directory, with these inheritable handles for its output and errors. Arguments
+    // are UTF-8, without quotation marks. `flags` are CreateProcess's.
+    PROCESS_INFORMATION StartChild(std::filesystem::path const& program, std::vector<std::string> const& arguments,
+                                   HANDLE output, HANDLE error, DWORD flags = 0);
 
-// The two in one.
-ChildResult RunChild(std::filesystem::path const& program, std::vector<std::string> const& arguments);
+    // Waits for the program's end and closes its handles. One that does not end in time is ended, and the test fails.
+    // Returns the exit code.
+    DWORD WaitForEnd(PROCESS_INFORMATION const& process);
 
-ChildResult RunVorlinkctl(std::vector<std::string> const& arguments);
+    // The two in one.
+    ChildResult RunChild(std::filesystem::path const& program, std::vector<std::string> const& arguments);
+
+    ChildResult RunVorlinkctl(std::vector<std::string> const& arguments);
+} // namespace test

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+using namespace test;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;

@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <fstream>
 
+using namespace test;
 using testing::HasSubstr;
 
 namespace
@@ -30,7 +31,7 @@ TEST(Failure, AMissingLibraryIsNamed)
 TEST(Failure, AFileThatIsNoLibraryIsNamed)
 {
     auto const program = LonelyProgram();
-    std::ofstream{"lonely/vorlink.dll"} << "no library";
+    std::ofstream("lonely/vorlink.dll") << "no library";
     auto const result = RunChild(program, {"pair", "Kitchen Speaker"});
     EXPECT_EQ(result.exitCode, 1u);
     EXPECT_THAT(result.error, HasSubstr("vorlink.dll does not load (Windows error 193)"));

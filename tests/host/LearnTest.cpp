@@ -9,6 +9,7 @@
 #include <iterator>
 #include <string>
 
+using namespace test;
 using testing::HasSubstr;
 using testing::Not;
 

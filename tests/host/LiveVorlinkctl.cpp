@@ -2,67 +2,70 @@
 
 #include <gtest/gtest.h>
 
-namespace
+namespace test
 {
-    // Nothing when the pipe has ended.
-    std::string ReadByte(HANDLE pipe)
+    namespace
     {
-        char byte = 0;
-        DWORD size = 0;
-        return ReadFile(pipe, &byte, 1, &size, nullptr) && size == 1 ? std::string{byte} : std::string{};
-    }
-} // namespace
+        // Nothing when the pipe has ended.
+        std::string ReadByte(HANDLE pipe)
+        {
+            char byte = 0;
+            DWORD size = 0;
+            return ::ReadFile(pipe, &byte, 1, &size, nullptr) && size == 1 ? std::string(1, byte) : std::string();
+        }
+    } // namespace
 
-LiveVorlinkctl::LiveVorlinkctl(std::vector<std::string> const& arguments)
-{
-    SECURITY_ATTRIBUTES inheritable{sizeof inheritable, nullptr, TRUE};
-    HANDLE programsEnd = nullptr;
-    CreatePipe(&output, &programsEnd, &inheritable, 65'536); // for all that is not read before the end
-    SetHandleInformation(output, HANDLE_FLAG_INHERIT, 0);
-    HANDLE const nowhere = CreateFileW(L"NUL", GENERIC_WRITE, 0, &inheritable, OPEN_EXISTING, 0, nullptr);
-    process = StartChild(BinFolder() / "vorlinkctl.exe", arguments, programsEnd, nowhere, CREATE_NO_WINDOW);
-    CloseHandle(nowhere);
-    CloseHandle(programsEnd);
-}
-
-LiveVorlinkctl::~LiveVorlinkctl()
-{
-    CloseHandle(output);
-}
-
-std::string LiveVorlinkctl::ReadLine()
-{
-    std::string line;
-    for (auto byte = ReadByte(output); !byte.empty() && byte != "\n"; byte = ReadByte(output))
+    LiveVorlinkctl::LiveVorlinkctl(std::vector<std::string> const& arguments)
     {
-        line += byte;
+        SECURITY_ATTRIBUTES inheritable{sizeof inheritable, nullptr, TRUE};
+        HANDLE programsEnd = nullptr;
+        CreatePipe(&m_output, &programsEnd, &inheritable, 65'536); // for all that is not read before the end
+        SetHandleInformation(m_output, HANDLE_FLAG_INHERIT, 0);
+        auto const nowhere = FileForChild(L"NUL");
+        m_process = StartChild(BinFolder() / "vorlinkctl.exe", arguments, programsEnd, nowhere, CREATE_NO_WINDOW);
+        CloseHandle(nowhere);
+        CloseHandle(programsEnd);
     }
-    return line;
-}
 
-bool LiveVorlinkctl::Runs() const
-{
-    return WaitForSingleObject(process.hProcess, 0) == WAIT_TIMEOUT;
-}
-
-void LiveVorlinkctl::PressCtrlC() const
-{
-    // A console's programs all get the event: this one as well, which joins for it.
-    SetConsoleCtrlHandler([](DWORD) -> BOOL { return TRUE; }, TRUE);
-    FreeConsole();
-    EXPECT_TRUE(AttachConsole(process.dwProcessId));
-    EXPECT_TRUE(GenerateConsoleCtrlEvent(CTRL_C_EVENT, 0));
-    FreeConsole();
-}
-
-ChildResult LiveVorlinkctl::Finish()
-{
-    auto const exitCode = WaitForEnd(process);
-    // To the pipe's end, which the console's own process may hold open, like the current folder, for a moment longer.
-    std::string rest;
-    for (auto byte = ReadByte(output); !byte.empty(); byte = ReadByte(output))
+    LiveVorlinkctl::~LiveVorlinkctl()
     {
-        rest += byte;
+        CloseHandle(m_output);
     }
-    return {exitCode, rest, {}};
-}
+
+    std::string LiveVorlinkctl::ReadLine()
+    {
+        std::string line;
+        for (auto byte = ReadByte(m_output); !byte.empty() && byte != "\n"; byte = ReadByte(m_output))
+        {
+            line += byte;
+        }
+        return line;
+    }
+
+    bool LiveVorlinkctl::Runs() const
+    {
+        return WaitForSingleObject(m_process.hProcess, 0) == WAIT_TIMEOUT;
+    }
+
+    void LiveVorlinkctl::PressCtrlC() const
+    {
+        // A console's programs all get the event: this one as well, which joins for it.
+        SetConsoleCtrlHandler([](DWORD) -> BOOL { return TRUE; }, TRUE);
+        FreeConsole();
+        EXPECT_TRUE(AttachConsole(m_process.dwProcessId));
+        EXPECT_TRUE(GenerateConsoleCtrlEvent(CTRL_C_EVENT, 0));
+        FreeConsole();
+    }
+
+    ChildResult LiveVorlinkctl::Finish()
+    {
+        auto const exitCode = WaitForEnd(m_process);
+        // To the pipe's end: the console's own process may hold it open, like the current folder, a moment longer.
+        std::string rest;
+        for (auto byte = ReadByte(m_output); !byte.empty(); byte = ReadByte(m_output))
+        {
+            rest += byte;
+        }
+        return {exitCode, rest, {}};
+    }
+} // namespace test

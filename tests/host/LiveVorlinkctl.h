@@ -7,26 +7,29 @@
 #include <string>
 #include <vector>
 
-// A vorlinkctl that runs while the test looks on, with a pipe for its standard output and a console without a window.
-class LiveVorlinkctl
+namespace test
 {
-public:
-    explicit LiveVorlinkctl(std::vector<std::string> const& arguments);
-    ~LiveVorlinkctl();
-    LiveVorlinkctl(LiveVorlinkctl const&) = delete;
-    LiveVorlinkctl& operator=(LiveVorlinkctl const&) = delete;
+    // A vorlinkctl that runs while the test looks on, with a pipe for its output and a console without a window.
+    class LiveVorlinkctl
+    {
+    public:
+        explicit LiveVorlinkctl(std::vector<std::string> const& arguments);
+        ~LiveVorlinkctl();
+        LiveVorlinkctl(LiveVorlinkctl const&) = delete;
+        LiveVorlinkctl& operator=(LiveVorlinkctl const&) = delete;
 
-    // Waits for the line, or for the program's end. The line feed is not part of it.
-    std::string ReadLine();
+        // Waits for the line, or for the program's end. The line feed is not part of it.
+        std::string ReadLine();
 
-    bool Runs() const;
+        bool Runs() const;
 
-    void PressCtrlC() const;
+        void PressCtrlC() const;
 
-    // Waits for the end. The output is what has not been read; errors go nowhere.
-    ChildResult Finish();
+        // Waits for the end. The output is what has not been read; errors go nowhere.
+        ChildResult Finish();
 
-private:
-    HANDLE output = nullptr;
-    PROCESS_INFORMATION process{};
-};
+    private:
+        HANDLE m_output = nullptr;
+        PROCESS_INFORMATION m_process{};
+    };
+} // namespace test

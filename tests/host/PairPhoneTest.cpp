@@ -13,6 +13,7 @@
 #include <iterator>
 #include <string>
 
+using namespace test;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -65,7 +66,7 @@ TEST(PairPhone, AnotherNameIsNotFound)
     {
         auto const result = RunVorlinkctl({"pair-phone", name});
         EXPECT_EQ(result.exitCode, 3u) << name;
-        EXPECT_THAT(result.output, StartsWith("Not found: no Bluetooth device named \"" + std::string{name} + "\"."));
+        EXPECT_THAT(result.output, StartsWith("Not found: no Bluetooth device named \"" + std::string(name) + "\"."));
         EXPECT_THAT(result.output, HasSubstr("write its name exactly"));
     }
 }
@@ -119,7 +120,7 @@ TEST(PairPhone, TheTimeLimitCountsFromTheBeginningOfTheSearch)
 TEST(PairPhone, CtrlCEndsTheSearch)
 {
     UseScenario(endless + Phone());
-    LiveVorlinkctl vorlinkctl{{"pair-phone", "Somebody", "--log"}};
+    LiveVorlinkctl vorlinkctl({"pair-phone", "Somebody", "--log"});
     while (!std::filesystem::exists("log.log") && vorlinkctl.Runs()) // "My Own Mobile Phone" has been seen
     {
         Sleep(5);

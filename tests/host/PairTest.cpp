@@ -6,6 +6,7 @@
 
 #include <filesystem>
 
+using namespace test;
 using testing::HasSubstr;
 using testing::Not;
 

@@ -11,6 +11,7 @@
 #include <chrono>
 #include <filesystem>
 
+using namespace test;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -39,7 +40,7 @@ address = "c4:00:00:00:00:01"
 TEST(PhoneSearch, NamesAreReadWhileItRunsAndCtrlCEndsIt)
 {
     UseScenario(endless);
-    LiveVorlinkctl vorlinkctl{{"phones"}};
+    LiveVorlinkctl vorlinkctl({"phones"});
     EXPECT_EQ(vorlinkctl.ReadLine(), "Phone");
     EXPECT_TRUE(vorlinkctl.Runs());
     vorlinkctl.PressCtrlC();
@@ -52,7 +53,7 @@ TEST(PhoneSearch, CtrlCBeforeAnyNameIsNotFound)
 {
     UseScenario("enumeration-completes-ms = 'never'\n");
     auto const temp = UseOwnTempFolder();
-    LiveVorlinkctl vorlinkctl{{"phones"}};
+    LiveVorlinkctl vorlinkctl({"phones"});
     while (NamesIn(temp).empty() && vorlinkctl.Runs()) // the search begins with its temporary folder
     {
         Sleep(5);
@@ -68,7 +69,7 @@ TEST(PhoneSearch, EndsWithTheTimeLimit)
     UseScenario(endless);
     auto const result = RunVorlinkctl({"phones", "--timeout", "2"});
     EXPECT_EQ(result.exitCode, 0u);
-    EXPECT_EQ(result.output, std::string{"Phone\n"} + endedEarly);
+    EXPECT_EQ(result.output, std::string("Phone\n") + endedEarly);
 }
 
 TEST(PhoneSearch, EndsAsSoonAsTheLibraryHasEndedIt)
@@ -99,7 +100,7 @@ TEST(PhoneSearch, WithoutTheLogLeavesNothingBehind)
 {
     UseScenario(endless);
     auto const temp = UseOwnTempFolder();
-    LiveVorlinkctl vorlinkctl{{"phones"}};
+    LiveVorlinkctl vorlinkctl({"phones"});
     EXPECT_EQ(vorlinkctl.ReadLine(), "Phone");
     EXPECT_THAT(NamesIn("."), ElementsAre("scenario.toml", "temp"));
     EXPECT_EQ(NamesIn(temp).size(), 1u) << "where the log is meanwhile";

@@ -14,7 +14,7 @@ TEST(Harmless, LeavesOrdinaryTextAlone)
 TEST(Harmless, SpellsControlCharacters)
 {
     EXPECT_EQ(Harmless("\x1b[2J"), "\\x1B[2J");
-    EXPECT_EQ(Harmless(std::string_view{"\0\t\r\n\x7f", 5}), "\\x00\\x09\\x0D\\x0A\\x7F");
+    EXPECT_EQ(Harmless(std::string_view("\0\t\r\n\x7f", 5)), "\\x00\\x09\\x0D\\x0A\\x7F");
     EXPECT_EQ(Harmless("\xC2\x9B"
                        "2J"),
               "\\u009B2J"); // the one-character form of escape and bracket

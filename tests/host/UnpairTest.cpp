@@ -13,6 +13,7 @@
 #include <string>
 #include <vector>
 
+using namespace test;
 using testing::EndsWith;
 using testing::HasSubstr;
 using testing::IsEmpty;

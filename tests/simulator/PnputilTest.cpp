@@ -8,6 +8,7 @@
 
 #include <algorithm>
 
+using namespace test;
 using testing::HasSubstr;
 
 namespace
