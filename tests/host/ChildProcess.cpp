@@ -37,8 +37,8 @@ namespace test
                            nullptr);
     }
 
-    PROCESS_INFORMATION StartChild(std::filesystem::path const& program, std::vector<std::string> const& arguments,
-                                   HANDLE output, HANDLE error, DWORD flags)
+    PROCESS_INFORMATION StartChild(std::filesystem::path const& program, Arguments const& arguments, HANDLE output,
+                                   HANDLE error, DWORD flags)
     {
         auto commandLine = L"\"" + program.native() + L"\"";
         for (auto const& argument : arguments)
@@ -78,7 +78,7 @@ namespace test
         return exitCode;
     }
 
-    ChildResult RunChild(std::filesystem::path const& program, std::vector<std::string> const& arguments)
+    ChildResult RunChild(std::filesystem::path const& program, Arguments const& arguments)
     {
         // Files, not pipes: nobody has to read while the child runs.
         auto const output = FileForChild(L"stdout.txt");
@@ -89,7 +89,7 @@ namespace test
         return {exitCode, ReadFile("stdout.txt"), ReadFile("stderr.txt")};
     }
 
-    ChildResult RunVorlinkctl(std::vector<std::string> const& arguments)
+    ChildResult RunVorlinkctl(Arguments const& arguments)
     {
         return RunChild(BinFolder() / "vorlinkctl.exe", arguments);
     }

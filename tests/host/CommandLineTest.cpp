@@ -4,7 +4,6 @@
 #include <gmock/gmock.h>
 
 #include <string>
-#include <vector>
 
 using namespace test;
 using testing::HasSubstr;
@@ -13,7 +12,7 @@ using testing::Not;
 
 TEST(CommandLine, WhatIsWrongIsAUsageError)
 {
-    std::vector<std::vector<std::string>> const wrong{
+    Arguments const wrong[] = {
         {},                         // no command
         {"dance"},                  // an unknown command
         {"pair"},                   // no name
@@ -44,7 +43,7 @@ TEST(CommandLine, WhatIsWrongIsAUsageError)
 
 TEST(CommandLine, HelpListsTheExitCodes)
 {
-    for (auto const& arguments : {std::vector<std::string>{"--help"}, std::vector<std::string>{"pair", "--help"}})
+    for (auto const& arguments : {Arguments{"--help"}, Arguments{"pair", "--help"}})
     {
         auto const result = RunVorlinkctl(arguments);
         EXPECT_EQ(result.exitCode, 0u);
@@ -81,8 +80,8 @@ TEST(CommandLine, VersionIsPrinted)
 
 TEST(CommandLine, AnythingIsAName)
 {
-    for (auto const& arguments : {std::vector<std::string>{"pair", "pair"}, std::vector<std::string>{"pair", "/log"},
-                                  std::vector<std::string>{"pair", "--", "--log"}})
+    for (auto const& arguments :
+         {Arguments{"pair", "pair"}, Arguments{"pair", "/log"}, Arguments{"pair", "--", "--log"}})
     {
         auto const result = RunVorlinkctl(arguments);
         EXPECT_EQ(result.exitCode, 3u);

@@ -9,9 +9,14 @@
 
 using namespace test;
 using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::StartsWith;
 
 namespace
 {
+    // The platform can make no watcher of it.
+    constexpr char noWatcher[] = "[[device]]\naddress = 12\n";
+
     // A copy of the program without its neighbours.
     std::filesystem::path LonelyProgram()
     {
@@ -48,8 +53,21 @@ TEST(Failure, ALibraryWithoutTheExportIsNamed)
 
 TEST(Failure, AFailingPlatformIsReportedWithItsCode)
 {
-    UseScenario("[[device]]\naddress = 12\n"); // of which the platform can make no watcher
-    auto const result = RunVorlinkctl({"pair", "Kitchen Speaker"});
-    EXPECT_EQ(result.exitCode, 1u);
-    EXPECT_THAT(result.output, HasSubstr("The platform failed: 0x80070057"));
+    UseScenario(noWatcher);
+    for (auto const& arguments :
+         {Arguments{"pair", "Kitchen Speaker"}, Arguments{"phones"}, Arguments{"pair-phone", "Nobody"}})
+    {
+        SCOPED_TRACE(arguments.front());
+        auto const result = RunVorlinkctl(arguments);
+        EXPECT_EQ(result.exitCode, 1u);
+        EXPECT_THAT(result.output, StartsWith("The platform failed: 0x80070057"));
+    }
+}
+
+TEST(Failure, APlatformThatFailsWhileUnpairingEndsTheProgramByItself)
+{
+    UseScenario(noWatcher);
+    auto const result = RunVorlinkctl({"unpair", "Tag"});
+    EXPECT_NE(result.exitCode, 0u);
+    EXPECT_THAT(result.output, IsEmpty());
 }

@@ -1,13 +1,11 @@
-// vorlinkctl pair waits for what the library learns of the device, so that unpair knows it.
+// vorlinkctl waits, after a pairing, for what the library learns of the device, so that unpair knows it.
 #include "tests/host/ChildProcess.h"
 #include "tests/host/Neighbourhood.h"
+#include "tests/support/LogFile.h"
 
 #include <gmock/gmock.h>
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <string>
 
 using namespace test;
 using testing::HasSubstr;
@@ -15,6 +13,8 @@ using testing::Not;
 
 namespace
 {
+    constexpr char store[] = "MyLEData";
+
     constexpr char tag[] = R"(
 [[device]]
 name = "Tag"
@@ -24,26 +24,35 @@ protocols = ["classic", "le"]
 is-paired = true
 )";
 
-    std::string Store()
+    // Under load the listing may come too late for the library, which then learns nothing: the pairing is repeated.
+    ChildResult RunUntilLearnt(Arguments const& arguments)
     {
-        std::ifstream file("MyLEData", std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
+        ChildResult result{};
+        for (int attempt = 0; attempt < 4 && ReadFile(store).empty(); ++attempt)
+        {
+            result = RunVorlinkctl(arguments);
+            EXPECT_EQ(result.exitCode, 0u);
+        }
+        return result;
     }
 } // namespace
 
-// Under load the listing may come too late for the library, which then learns nothing: the pairing is repeated.
 TEST(SlowLearn, LeavesTheEntryAndNoListing)
 {
     UseScenario(tag);
-    ChildResult result{};
-    for (int attempt = 0; attempt < 4 && Store().empty(); ++attempt)
-    {
-        result = RunVorlinkctl({"pair", "Tag"});
-        EXPECT_EQ(result.exitCode, 0u);
-    }
-    EXPECT_EQ(Store(), "Tag=C1D2E3F4A5B6\n");
+    auto const result = RunUntilLearnt({"pair", "Tag"});
+    EXPECT_EQ(ReadFile(store), "Tag=C1D2E3F4A5B6\n");
     EXPECT_FALSE(std::filesystem::exists("ble.jpg"));
     EXPECT_EQ(result.output, "Paired \"Tag\" (c1:d2:e3:f4:a5:b6).\n") << "without the listing's echo";
+    EXPECT_THAT(result.error, HasSubstr("Learning the device's LE side"));
+}
+
+TEST(SlowLearn, OfAPhoneIsInTheUsersFolderToo)
+{
+    UseScenario(tag);
+    auto const result = RunUntilLearnt({"pair-phone", "Tag"});
+    EXPECT_EQ(ReadFile(store), "Tag=C1D2E3F4A5B6\n");
+    EXPECT_FALSE(std::filesystem::exists("ble.jpg"));
     EXPECT_THAT(result.error, HasSubstr("Learning the device's LE side"));
 }
 
@@ -53,13 +62,17 @@ TEST(Learn, IsLeftOutWhenAskedTo)
     auto const result = RunVorlinkctl({"pair", "Tag", "--no-learn"});
     EXPECT_EQ(result.exitCode, 0u);
     EXPECT_THAT(result.error, Not(HasSubstr("Learning")));
-    EXPECT_FALSE(std::filesystem::exists("MyLEData"));
+    EXPECT_FALSE(std::filesystem::exists(store));
 }
 
 TEST(Learn, ComesAfterAPairingAlone)
 {
     UseScenario("[[device]]\nname = 'Tag'\naddress = 'c1:d2:e3:f4:a5:b6'\nis-paired = true\n");
-    auto const result = RunVorlinkctl({"pair", "Tag"});
-    EXPECT_EQ(result.exitCode, 4u);
-    EXPECT_THAT(result.error, Not(HasSubstr("Learning")));
+    for (auto const* const command : {"pair", "pair-phone"})
+    {
+        auto const result = RunVorlinkctl({command, "Tag"});
+        EXPECT_EQ(result.exitCode, 4u) << command;
+        EXPECT_THAT(result.error, Not(HasSubstr("Learning")));
+        EXPECT_FALSE(std::filesystem::exists(store));
+    }
 }

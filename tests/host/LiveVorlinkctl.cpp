@@ -15,7 +15,7 @@ namespace test
         }
     } // namespace
 
-    LiveVorlinkctl::LiveVorlinkctl(std::vector<std::string> const& arguments)
+    LiveVorlinkctl::LiveVorlinkctl(Arguments const& arguments)
     {
         SECURITY_ATTRIBUTES inheritable{sizeof inheritable, nullptr, TRUE};
         HANDLE programsEnd = nullptr;

@@ -5,7 +5,6 @@
 #include <windows.h>
 
 #include <string>
-#include <vector>
 
 namespace test
 {
@@ -13,7 +12,7 @@ namespace test
     class LiveVorlinkctl
     {
     public:
-        explicit LiveVorlinkctl(std::vector<std::string> const& arguments);
+        explicit LiveVorlinkctl(Arguments const& arguments);
         ~LiveVorlinkctl();
         LiveVorlinkctl(LiveVorlinkctl const&) = delete;
         LiveVorlinkctl& operator=(LiveVorlinkctl const&) = delete;

@@ -9,15 +9,12 @@
 #include <windows.h>
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 
 using namespace test;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
-using testing::Not;
 using testing::StartsWith;
 
 namespace
@@ -131,14 +128,6 @@ TEST(PairPhone, CtrlCEndsTheSearch)
     EXPECT_THAT(result.output, StartsWith("Interrupted: \"Somebody\" was not paired.\n"));
 }
 
-TEST(PairPhone, AFailingPlatformIsReportedWithItsCode)
-{
-    UseScenario("[[device]]\naddress = 12\n"); // of which the platform can make no watcher
-    auto const result = RunVorlinkctl({"pair-phone", "Nobody"});
-    EXPECT_EQ(result.exitCode, 1u);
-    EXPECT_THAT(result.output, StartsWith("The platform failed: 0x80070057"));
-}
-
 TEST(PairPhone, ShowsTheLogOfSearchAndPairing)
 {
     UseScenario(Phone());
@@ -146,29 +135,4 @@ TEST(PairPhone, ShowsTheLogOfSearchAndPairing)
     EXPECT_THAT(result.output, StartsWith(paired));
     EXPECT_THAT(result.output, HasSubstr("OnDeviceAdded    name = My Own Mobile Phone \n"));
     EXPECT_THAT(result.output, HasSubstr("DevicePairingResultStatus::Paired\n"));
-}
-
-// Under load the listing may come too late for the library, which then learns nothing: the pairing is repeated.
-TEST(SlowPairPhone, LearnsInTheUsersFolder)
-{
-    UseScenario(Phone("protocols = ['classic', 'le']\n[device.le]\nis-paired = true\n"));
-    ChildResult result{};
-    std::string store;
-    for (int attempt = 0; attempt < 4 && store.empty(); ++attempt)
-    {
-        result = RunVorlinkctl({"pair-phone", "My Own Mobile Phone"});
-        EXPECT_EQ(result.exitCode, 0u);
-        std::ifstream file("MyLEData", std::ios::binary);
-        store.assign(std::istreambuf_iterator<char>(file), {});
-    }
-    EXPECT_EQ(store, "My Own Mobile Phone=C40000000001\n");
-    EXPECT_FALSE(std::filesystem::exists("ble.jpg"));
-    EXPECT_THAT(result.error, HasSubstr("Learning the device's LE side"));
-}
-
-TEST(PairPhone, LearnsNothingOfWhatIsNotPaired)
-{
-    UseScenario(Phone("is-paired = true\n"));
-    EXPECT_THAT(RunVorlinkctl({"pair-phone", "My Own Mobile Phone"}).error, Not(HasSubstr("Learning")));
-    EXPECT_FALSE(std::filesystem::exists("MyLEData"));
 }

@@ -95,11 +95,3 @@ TEST(Phones, AnEmptyRoomIsNotFoundWithAdvice)
     EXPECT_THAT(result.output, StartsWith("No device found.\n"));
     EXPECT_THAT(result.output, HasSubstr("make it discoverable"));
 }
-
-TEST(Phones, AFailingPlatformIsReportedWithItsCode)
-{
-    UseScenario("[[device]]\naddress = 12\n"); // of which the platform can make no watcher
-    auto const result = RunVorlinkctl({"phones"});
-    EXPECT_EQ(result.exitCode, 1u);
-    EXPECT_THAT(result.output, StartsWith("The platform failed: 0x80070057"));
-}
