@@ -11,7 +11,7 @@ namespace test
     // The programs that this test starts from now on keep their temporary files in here, an empty folder.
     inline std::filesystem::path UseOwnTempFolder()
     {
-        auto const folder = std::filesystem::current_path() / "temp";
+        auto folder = std::filesystem::current_path() / "temp";
         std::filesystem::create_directory(folder);
         SetEnvironmentVariableW(L"TMP", folder.c_str());
         return folder;
