@@ -20,9 +20,8 @@ namespace host
         std::vector<std::string> ReversedUtf8Words()
         {
             int count = 0;
-            std::unique_ptr<wchar_t* [], decltype(&LocalFree)> const words {
-                CommandLineToArgvW(GetCommandLineW(), &count), &LocalFree
-            };
+            std::unique_ptr<wchar_t*[], decltype(&LocalFree)> const words(CommandLineToArgvW(GetCommandLineW(), &count),
+                                                                          LocalFree);
             std::vector<std::string> reversed;
             for (int index = count - 1; index > 0; --index)
             {

@@ -1,7 +1,5 @@
 #include "host/Operation.h"
 
-#include "host/Failure.h"
-
 #include <algorithm>
 #include <condition_variable>
 #include <mutex>

@@ -1,23 +1,17 @@
 #pragma once
 
 #include "host/Arguments.h"
+#include "host/Failure.h"
 #include "host/Library.h"
 
 #include <chrono>
 #include <functional>
 #include <optional>
-#include <string>
 #include <variant>
 
 namespace host
 {
     using Clock = std::chrono::steady_clock;
-
-    // An operation failed on its own thread; the text is the error's code and message.
-    struct Failure
-    {
-        std::string text;
-    };
 
     struct UnpairReport
     {

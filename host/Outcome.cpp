@@ -11,10 +11,10 @@ namespace host
 {
     namespace
     {
-        template <std::size_t size>
-        std::string_view FieldText(char const (&field)[size])
+        template <std::size_t Size>
+        std::string_view FieldText(char const (&field)[Size])
         {
-            return {field, static_cast<std::size_t>(std::find(field, field + size, '\0') - field)};
+            return {field, static_cast<std::size_t>(std::find(field, field + Size, '\0') - field)};
         }
 
         bool IsNothingFound(PairReport const& report, std::string_view nameField)
@@ -95,6 +95,11 @@ namespace host
                     "log (--log) tells how far it went."};
     }
 
+    Outcome DescribeInterruption(std::string const& name)
+    {
+        return {ExitCode::NoAnswer, "Interrupted: " + Quoted(name) + " was not paired."};
+    }
+
     Outcome DescribeNoAnswer(std::string const& name, long long seconds, char const* doing)
     {
         auto const pending =
@@ -115,10 +120,5 @@ namespace host
                         "already is not listed."};
         }
         return {ExitCode::Done, std::to_string(count) + (count == 1 ? " device" : " devices") + " found" + early + "."};
-    }
-
-    Outcome DescribeInterruption(std::string const& name)
-    {
-        return {ExitCode::NoAnswer, "Interrupted: " + Quoted(name) + " was not paired."};
     }
 } // namespace host

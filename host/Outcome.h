@@ -19,11 +19,11 @@ namespace host
     Outcome DescribeFailure(std::string const& failure);
     Outcome DescribeUnpairing(bool success, std::string const& name);
     Outcome DescribeSilence(std::string const& name);
+    Outcome DescribeInterruption(std::string const& name);
 
     // `doing`: what had begun when the time ran out, "pairing"; null while the search was on.
     Outcome DescribeNoAnswer(std::string const& name, long long seconds, char const* doing);
 
     // Of the devices that were listed; not complete when the search was ended early.
     Outcome DescribeList(std::size_t count, bool complete);
-    Outcome DescribeInterruption(std::string const& name);
 } // namespace host

@@ -1,7 +1,7 @@
 #include "host/PhoneSearch.h"
 
-#include "host/Failure.h"
 #include "host/Interruption.h"
+#include "host/Operation.h"
 #include "host/SearchLog.h"
 #include "host/Text.h"
 

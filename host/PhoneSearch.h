@@ -1,8 +1,8 @@
 #pragma once
 
 #include "host/Arguments.h"
+#include "host/Failure.h"
 #include "host/Library.h"
-#include "host/Operation.h"
 
 #include <chrono>
 #include <functional>

@@ -6,6 +6,7 @@
 #include <array>
 #include <cstdint>
 #include <cstdio>
+#include <iterator>
 
 namespace host
 {
@@ -17,37 +18,62 @@ namespace host
             std::size_t size; // 0 when the bytes are not UTF-8
         };
 
-        CodePoint DecodeFirst(std::string_view text)
-        {
-            auto const byte = [text](std::size_t index) { return static_cast<unsigned char>(text[index]); };
-            std::size_t const size = byte(0) < 0x80   ? 1
-                                     : byte(0) < 0xC0 ? 0
-                                     : byte(0) < 0xE0 ? 2
-                                     : byte(0) < 0xF0 ? 3
-                                                      : 4;
-            constexpr std::uint32_t smallest[] = {0, 0, 0x80, 0x800, 0x10000};
-            if (size == 0 || size > text.size() || byte(0) > 0xF7)
-            {
-                return {0, 0};
-            }
-            std::uint32_t value = size == 1 ? byte(0) : byte(0) & (0xFFu >> (size + 1));
-            for (std::size_t index = 1; index < size; ++index)
-            {
-                if ((byte(index) & 0xC0) != 0x80)
-                {
-                    return {0, 0};
-                }
-                value = value << 6 | (byte(index) & 0x3Fu);
-            }
-            bool const surrogate = value >= 0xD800 && value <= 0xDFFF;
-            return value < smallest[size] || value > 0x10FFFF || surrogate ? CodePoint{0, 0} : CodePoint{value, size};
-        }
-
         struct Range
         {
             std::uint32_t first;
             std::uint32_t last;
         };
+
+        bool IsIn(std::uint32_t value, Range const& range)
+        {
+            return value >= range.first && value <= range.last;
+        }
+
+        struct Sequence
+        {
+            std::size_t size;
+            Range firstByte;
+            Range value; // a smaller one has a shorter sequence
+        };
+
+        constexpr Sequence sequences[] = {
+            {1, {0x00, 0x7F}, {0x00, 0x7F}},
+            {2, {0xC0, 0xDF}, {0x80, 0x7FF}},
+            {3, {0xE0, 0xEF}, {0x800, 0xFFFF}},
+            {4, {0xF0, 0xF7}, {0x10000, 0x10FFFF}},
+        };
+
+        constexpr Range surrogates = {0xD800, 0xDFFF};
+
+        // Null for a byte that begins none.
+        Sequence const* FindSequence(std::uint32_t byte)
+        {
+            auto const* const found = std::ranges::find_if(
+                sequences, [byte](Sequence const& sequence) { return IsIn(byte, sequence.firstByte); });
+            return found == std::end(sequences) ? nullptr : found;
+        }
+
+        CodePoint DecodeFirst(std::string_view text)
+        {
+            std::uint32_t const first = static_cast<unsigned char>(text[0]);
+            auto const* const sequence = FindSequence(first);
+            if (!sequence || sequence->size > text.size())
+            {
+                return {0, 0};
+            }
+            auto value = first - sequence->firstByte.first;
+            for (char const each : text.substr(1, sequence->size - 1))
+            {
+                std::uint32_t const byte = static_cast<unsigned char>(each);
+                if (!IsIn(byte, {0x80, 0xBF}))
+                {
+                    return {0, 0};
+                }
+                value = value << 6 | (byte - 0x80);
+            }
+            bool const valid = IsIn(value, sequence->value) && !IsIn(value, surrogates);
+            return valid ? CodePoint{value, sequence->size} : CodePoint{0, 0};
+        }
 
         constexpr Range harmful[] = {
             {0x00, 0x1F},     // controls
@@ -60,22 +86,14 @@ namespace host
 
         bool IsHarmful(std::uint32_t value)
         {
-            return std::ranges::any_of(
-                harmful, [value](Range const& range) { return value >= range.first && value <= range.last; });
+            return std::ranges::any_of(harmful, [value](Range const& range) { return IsIn(value, range); });
         }
 
         std::string Spelled(std::uint32_t value, bool asByte)
         {
             auto const number = static_cast<unsigned>(value);
             std::array<char, 16> spelled{};
-            if (asByte)
-            {
-                std::snprintf(spelled.data(), spelled.size(), "\\x%02X", number);
-            }
-            else
-            {
-                std::snprintf(spelled.data(), spelled.size(), "\\u%04X", number);
-            }
+            std::snprintf(spelled.data(), spelled.size(), asByte ? "\\x%02X" : "\\u%04X", number);
             return spelled.data();
         }
     } // namespace
