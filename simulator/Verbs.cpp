@@ -219,13 +219,18 @@ int SimulateUnpairingFails(char const* id, int32_t hresult)
 
 int SimulateFailure(char const* method, int32_t hresult)
 {
+    return SimulateLaterFailure(method, 0, hresult);
+}
+
+int SimulateLaterFailure(char const* method, uint32_t calls, int32_t hresult)
+{
     return Verb([&] {
         auto const name = Given(method, "the method");
         if (!IsMethod(name))
         {
             throw Refused("no method " + std::string(name));
         }
-        QueueFailure(name, hresult);
+        QueueFailure(name, calls, hresult);
     });
 }
 

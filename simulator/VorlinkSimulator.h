@@ -77,6 +77,9 @@ extern "C"
        and does nothing else. Calls queue up: two failures set for one method fail its next two calls. */
     VORLINK_SIMULATOR_API int SimulateFailure(char const* method, int32_t hresult);
 
+    /* The same, but `calls` calls of the method go through first, counted from the failure before it in the queue. */
+    VORLINK_SIMULATOR_API int SimulateLaterFailure(char const* method, uint32_t calls, int32_t hresult);
+
     /* Between Hold and Release an event that is raised takes its snapshot of handlers and then waits, so a test
        can revoke a handler while its event is in flight. Waits and completions of operations are not held. */
     VORLINK_SIMULATOR_API void SimulatorHoldEvents(void);

@@ -9,10 +9,16 @@ namespace simulator
 {
     namespace
     {
+        struct Failure
+        {
+            std::uint32_t passes;
+            HRESULT code;
+        };
+
         struct Failures
         {
             std::mutex mutex;
-            std::map<std::string, std::deque<HRESULT>, std::less<>> queues;
+            std::map<std::string, std::deque<Failure>, std::less<>> queues;
         };
 
         // Never destroyed, as everything that threads share here.
@@ -23,11 +29,11 @@ namespace simulator
         }
     } // namespace
 
-    void QueueFailure(std::string_view method, HRESULT code)
+    void QueueFailure(std::string_view method, std::uint32_t passes, HRESULT code)
     {
         auto& failures = TheFailures();
         std::lock_guard const lock(failures.mutex);
-        failures.queues[std::string(method)].push_back(code);
+        failures.queues[std::string(method)].push_back({passes, code});
     }
 
     void ForgetFailures()
@@ -46,7 +52,13 @@ namespace simulator
         {
             return std::nullopt;
         }
-        HRESULT const code = queue->second.front();
+        auto& next = queue->second.front();
+        if (next.passes > 0)
+        {
+            --next.passes;
+            return std::nullopt;
+        }
+        HRESULT const code = next.code;
         queue->second.pop_front();
         return code;
     }

@@ -6,14 +6,15 @@
 #include "simulator/trace/Texts.h"
 #include "simulator/trace/Trace.h"
 
+#include <cstdint>
 #include <exception>
 #include <optional>
 #include <string>
 
 namespace simulator
 {
-    // Failures set for a method queue up; each fails one call.
-    void QueueFailure(std::string_view method, HRESULT code);
+    // Failures set for a method queue up; each lets some calls pass and fails the next one.
+    void QueueFailure(std::string_view method, std::uint32_t passes, HRESULT code);
     void ForgetFailures();
     std::optional<HRESULT> TakeFailure(std::string_view method);
 

@@ -224,3 +224,19 @@ TEST_F(Verbs, ResetMayHappenWhileEverythingMoves)
     WaitIdle();
     EXPECT_EQ(SimulatorLiveObjects(), 0u);
 }
+
+TEST_F(Verbs, LaterFailureLetsThatManyCallsThrough)
+{
+    auto const create = [] {
+        Com<IDeviceWatcher> watcher;
+        return Statics()->CreateWatcher(watcher.Put());
+    };
+    ASSERT_EQ(SimulateLaterFailure("DeviceInformation.CreateWatcher", 2, E_FAIL), 1);
+    ASSERT_EQ(SimulateLaterFailure("DeviceInformation.CreateWatcher", 1, E_ACCESSDENIED), 1);
+    std::vector<HRESULT> codes;
+    for (int call = 0; call < 6; ++call)
+    {
+        codes.push_back(create());
+    }
+    EXPECT_THAT(codes, testing::ElementsAre(S_OK, S_OK, E_FAIL, S_OK, E_ACCESSDENIED, S_OK));
+}
