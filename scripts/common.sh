@@ -38,3 +38,20 @@ stop_wine() {
   [[ -x $server ]] || server=wineserver
   WINEPREFIX=${VORLINK_WINEPREFIX:-$root/build/wine-prefix} "$server" -k >/dev/null 2>&1 || true
 }
+
+# Shows the header of the script that runs, when this is what it was asked for, and ends it.
+answer_help() {
+  [[ ${1:-} != --help ]] || {
+    sed '1d; /^#/!Q; s/^# \?//' "$0"
+    exit
+  }
+}
+
+# The C++ files of the checkout, by their paths from its root.
+sources() {
+  if [[ -e $root/.git ]]; then
+    git -C "$root" ls-files --cached --others --exclude-standard '*.cpp' '*.h'
+  else
+    find "$root" -path "$root/build" -prune -o \( -name '*.cpp' -o -name '*.h' \) -printf '%P\n'
+  fi | LC_ALL=C sort
+}
