@@ -42,6 +42,28 @@ namespace
     class CeremonyOutcome : public testing::TestWithParam<Outcome>
     {
     };
+
+    constexpr Outcome outcomes[] = {
+        {0, "Paired", 796},
+        {1, "NotReadyToPair", 956},
+        {2, "NotPaired", 942},
+        {3, "AlreadyPaired", 825},
+        {4, "ConnectionRejected", 877},
+        {5, "TooManyConnections", 1036},
+        {6, "HardwareFailure", 903},
+        {7, "AuthenticationTimeout", 864},
+        {8, "AuthenticationNotAllowed", 851},
+        {9, "AuthenticationFailure", 838},
+        {10, "NoSupportedProfiles", 929},
+        {11, "ProtectionLevelCouldNotBeMet", 983},
+        {12, "AccessDenied", 810},
+        {13, "InvalidCeremonyData", 916},
+        {14, "PairingCanceled", 969},
+        {16, "RequiredHandlerNotRegistered", 1023},
+        {17, "RejectedByHandler", 996},
+        {18, "RemoteDeviceHasAssociation", 1010},
+        {19, "Failed", 890},
+    };
 } // namespace
 
 TEST_P(CeremonyOutcome, IsReportedAndRecorded)
@@ -67,18 +89,8 @@ TEST_P(CeremonyOutcome, IsReportedAndRecorded)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    All, CeremonyOutcome,
-    testing::Values(Outcome{0, "Paired", 796}, Outcome{1, "NotReadyToPair", 956}, Outcome{2, "NotPaired", 942},
-                    Outcome{3, "AlreadyPaired", 825}, Outcome{4, "ConnectionRejected", 877},
-                    Outcome{5, "TooManyConnections", 1036}, Outcome{6, "HardwareFailure", 903},
-                    Outcome{7, "AuthenticationTimeout", 864}, Outcome{8, "AuthenticationNotAllowed", 851},
-                    Outcome{9, "AuthenticationFailure", 838}, Outcome{10, "NoSupportedProfiles", 929},
-                    Outcome{11, "ProtectionLevelCouldNotBeMet", 983}, Outcome{12, "AccessDenied", 810},
-                    Outcome{13, "InvalidCeremonyData", 916}, Outcome{14, "PairingCanceled", 969},
-                    Outcome{16, "RequiredHandlerNotRegistered", 1023}, Outcome{17, "RejectedByHandler", 996},
-                    Outcome{18, "RemoteDeviceHasAssociation", 1010}, Outcome{19, "Failed", 890}),
-    [](auto const& test) { return std::string(test.param.name); });
+INSTANTIATE_TEST_SUITE_P(All, CeremonyOutcome, testing::ValuesIn(outcomes),
+                         [](auto const& test) { return std::string(test.param.name); });
 
 TEST(CeremonyOutcome, OperationAlreadyInProgressIsNeitherReportedNorRecorded)
 {

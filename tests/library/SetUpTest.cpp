@@ -59,6 +59,10 @@ namespace
     class UiLanguage : public testing::TestWithParam<Answer>
     {
     };
+
+    constexpr Answer answers[] = {
+        {0x0809, true}, {0x0409, true}, {0x0804, true}, {0x0413, false}, {0x0C09, false}, {0x0009, false},
+    };
 } // namespace
 
 TEST(Initialize, EchoesTheEntriesOfTheFile)
@@ -148,7 +152,5 @@ TEST_P(UiLanguage, IsAnsweredByInitialize)
     EXPECT_EQ(MakeVorlink()->Initialize(), GetParam().known);
 }
 
-INSTANTIATE_TEST_SUITE_P(Initialize, UiLanguage,
-                         testing::Values(Answer{0x0809, true}, Answer{0x0409, true}, Answer{0x0804, true},
-                                         Answer{0x0413, false}, Answer{0x0C09, false}, Answer{0x0009, false}),
+INSTANTIATE_TEST_SUITE_P(Initialize, UiLanguage, testing::ValuesIn(answers),
                          [](auto const& test) { return "Id" + std::to_string(test.param.language); });

@@ -38,9 +38,10 @@ namespace
     }
 
     // 5 is one that the platform does not define.
-    auto const statuses =
-        testing::Values(Status{0, "Unpaired"}, Status{1, "AlreadyUnpaired"}, Status{2, "OperationAlreadyInProgress"},
-                        Status{3, "AccessDenied"}, Status{4, "Failed"}, Status{5, "Unknown"});
+    constexpr Status statuses[] = {
+        {0, "Unpaired"},     {1, "AlreadyUnpaired"}, {2, "OperationAlreadyInProgress"},
+        {3, "AccessDenied"}, {4, "Failed"},          {5, "Unknown"},
+    };
 
     std::string With(char const* protocol, int status, char const* duration)
     {
@@ -178,7 +179,7 @@ TEST_P(ClassicStatus, IsReportedWhenItComesLater)
     EXPECT_NE(UnpairHost::At(0).thread, GetCurrentThreadId());
 }
 
-INSTANTIATE_TEST_SUITE_P(Unpair, ClassicStatus, statuses, NameOf);
+INSTANTIATE_TEST_SUITE_P(Unpair, ClassicStatus, testing::ValuesIn(statuses), NameOf);
 
 TEST_P(LeStatus, IsReportedWhenItComesAtOnce)
 {
@@ -200,7 +201,7 @@ TEST_P(LeStatus, IsReportedWhenItComesLater)
     ExpectLeOutcome(GetParam().number == 0);
 }
 
-INSTANTIATE_TEST_SUITE_P(Unpair, LeStatus, statuses, NameOf);
+INSTANTIATE_TEST_SUITE_P(Unpair, LeStatus, testing::ValuesIn(statuses), NameOf);
 
 TEST(UnpairOutcome, OfAnLeEndpointThatIsNotPairedIsFailure)
 {

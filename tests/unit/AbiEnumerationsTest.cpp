@@ -6,11 +6,11 @@
 #include <type_traits>
 #include <vector>
 
+using namespace platform;
+using testing::ElementsAre;
+
 namespace
 {
-    using namespace platform;
-    using testing::ElementsAre;
-
     template <typename Enumeration>
     std::vector<long long> Values(std::initializer_list<Enumeration> enumerators)
     {
@@ -22,90 +22,6 @@ namespace
         return values;
     }
 
-    TEST(AbiEnumerations, AsyncStatus)
-    {
-        using enum platform::AsyncStatus;
-        EXPECT_THAT(Values({Started, Completed, Canceled, Error}), ElementsAre(0, 1, 2, 3));
-    }
-
-    TEST(AbiEnumerations, DeviceInformationKind)
-    {
-        using enum DeviceInformationKind;
-        EXPECT_THAT(Values({Unknown, DeviceInterface, DeviceContainer, Device, DeviceInterfaceClass,
-                            AssociationEndpoint, AssociationEndpointContainer, AssociationEndpointService, DevicePanel,
-                            AssociationEndpointProtocol}),
-                    ElementsAre(0, 1, 2, 3, 4, 5, 6, 7, 8, 9));
-    }
-
-    TEST(AbiEnumerations, CollectionChange)
-    {
-        using enum platform::CollectionChange;
-        EXPECT_THAT(Values({Reset, ItemInserted, ItemRemoved, ItemChanged}), ElementsAre(0, 1, 2, 3));
-    }
-
-    TEST(AbiEnumerations, DeviceWatcherStatus)
-    {
-        using enum DeviceWatcherStatus;
-        EXPECT_THAT(Values({Created, Started, EnumerationCompleted, Stopping, Stopped, Aborted}),
-                    ElementsAre(0, 1, 2, 3, 4, 5));
-    }
-
-    TEST(AbiEnumerations, DevicePairingKinds)
-    {
-        using enum DevicePairingKinds;
-        EXPECT_THAT(Values({None, ConfirmOnly, DisplayPin, ProvidePin, ConfirmPinMatch, ProvidePasswordCredential,
-                            ProvideAddress}),
-                    ElementsAre(0, 1, 2, 4, 8, 16, 32));
-    }
-
-    TEST(AbiEnumerations, DevicePairingProtectionLevel)
-    {
-        using enum DevicePairingProtectionLevel;
-        EXPECT_THAT(Values({Default, None, Encryption, EncryptionAndAuthentication}), ElementsAre(0, 1, 2, 3));
-    }
-
-    TEST(AbiEnumerations, DevicePairingResultStatus)
-    {
-        using enum DevicePairingResultStatus;
-        EXPECT_THAT(Values({Paired,
-                            NotReadyToPair,
-                            NotPaired,
-                            AlreadyPaired,
-                            ConnectionRejected,
-                            TooManyConnections,
-                            HardwareFailure,
-                            AuthenticationTimeout,
-                            AuthenticationNotAllowed,
-                            AuthenticationFailure,
-                            NoSupportedProfiles,
-                            ProtectionLevelCouldNotBeMet,
-                            AccessDenied,
-                            InvalidCeremonyData,
-                            PairingCanceled,
-                            OperationAlreadyInProgress,
-                            RequiredHandlerNotRegistered,
-                            RejectedByHandler,
-                            RemoteDeviceHasAssociation,
-                            Failed}),
-                    ElementsAre(0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18, 19));
-    }
-
-    TEST(AbiEnumerations, DeviceUnpairingResultStatus)
-    {
-        using enum DeviceUnpairingResultStatus;
-        EXPECT_THAT(Values({Unpaired, AlreadyUnpaired, OperationAlreadyInProgress, AccessDenied, Failed}),
-                    ElementsAre(0, 1, 2, 3, 4));
-    }
-
-    TEST(AbiEnumerations, PropertyType)
-    {
-        using P = PropertyType;
-        EXPECT_THAT(
-            Values({P::Empty, P::UInt8, P::Int16, P::UInt16, P::Int32, P::UInt32, P::Int64, P::UInt64, P::Single,
-                    P::Double, P::Char16, P::Boolean, P::String, P::Inspectable, P::DateTime, P::TimeSpan, P::Guid}),
-            ElementsAre(0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16));
-    }
-
     template <typename Enumeration>
     class AbiEnumerationSize : public testing::Test
     {
@@ -115,20 +31,104 @@ namespace
                                         DevicePairingKinds, DevicePairingProtectionLevel, DevicePairingResultStatus,
                                         DeviceUnpairingResultStatus>;
     TYPED_TEST_SUITE(AbiEnumerationSize, Enumerations);
-
-    TYPED_TEST(AbiEnumerationSize, Is32Bits)
-    {
-        constexpr bool isFlagSet = std::is_same_v<TypeParam, DevicePairingKinds>;
-        EXPECT_EQ(sizeof(TypeParam), 4u);
-        EXPECT_EQ(std::is_unsigned_v<std::underlying_type_t<TypeParam>>, isFlagSet);
-    }
-
-    TEST(AbiSizes, OfWhatCrossesTheBoundary)
-    {
-        EXPECT_EQ(sizeof(boolean), 1u);
-        EXPECT_EQ(sizeof(EventRegistrationToken), 8u);
-        EXPECT_EQ(sizeof(HSTRING), sizeof(void*));
-        EXPECT_EQ(sizeof(HRESULT), 4u);
-        EXPECT_EQ(sizeof(GUID), 16u);
-    }
 } // namespace
+
+TEST(AbiEnumerations, AsyncStatus)
+{
+    using enum platform::AsyncStatus;
+    EXPECT_THAT(Values({Started, Completed, Canceled, Error}), ElementsAre(0, 1, 2, 3));
+}
+
+TEST(AbiEnumerations, DeviceInformationKind)
+{
+    using enum DeviceInformationKind;
+    EXPECT_THAT(
+        Values({Unknown, DeviceInterface, DeviceContainer, Device, DeviceInterfaceClass, AssociationEndpoint,
+                AssociationEndpointContainer, AssociationEndpointService, DevicePanel, AssociationEndpointProtocol}),
+        ElementsAre(0, 1, 2, 3, 4, 5, 6, 7, 8, 9));
+}
+
+TEST(AbiEnumerations, CollectionChange)
+{
+    using enum platform::CollectionChange;
+    EXPECT_THAT(Values({Reset, ItemInserted, ItemRemoved, ItemChanged}), ElementsAre(0, 1, 2, 3));
+}
+
+TEST(AbiEnumerations, DeviceWatcherStatus)
+{
+    using enum DeviceWatcherStatus;
+    EXPECT_THAT(Values({Created, Started, EnumerationCompleted, Stopping, Stopped, Aborted}),
+                ElementsAre(0, 1, 2, 3, 4, 5));
+}
+
+TEST(AbiEnumerations, DevicePairingKinds)
+{
+    using enum DevicePairingKinds;
+    EXPECT_THAT(
+        Values({None, ConfirmOnly, DisplayPin, ProvidePin, ConfirmPinMatch, ProvidePasswordCredential, ProvideAddress}),
+        ElementsAre(0, 1, 2, 4, 8, 16, 32));
+}
+
+TEST(AbiEnumerations, DevicePairingProtectionLevel)
+{
+    using enum DevicePairingProtectionLevel;
+    EXPECT_THAT(Values({Default, None, Encryption, EncryptionAndAuthentication}), ElementsAre(0, 1, 2, 3));
+}
+
+TEST(AbiEnumerations, DevicePairingResultStatus)
+{
+    using enum DevicePairingResultStatus;
+    EXPECT_THAT(Values({Paired,
+                        NotReadyToPair,
+                        NotPaired,
+                        AlreadyPaired,
+                        ConnectionRejected,
+                        TooManyConnections,
+                        HardwareFailure,
+                        AuthenticationTimeout,
+                        AuthenticationNotAllowed,
+                        AuthenticationFailure,
+                        NoSupportedProfiles,
+                        ProtectionLevelCouldNotBeMet,
+                        AccessDenied,
+                        InvalidCeremonyData,
+                        PairingCanceled,
+                        OperationAlreadyInProgress,
+                        RequiredHandlerNotRegistered,
+                        RejectedByHandler,
+                        RemoteDeviceHasAssociation,
+                        Failed}),
+                ElementsAre(0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18, 19));
+}
+
+TEST(AbiEnumerations, DeviceUnpairingResultStatus)
+{
+    using enum DeviceUnpairingResultStatus;
+    EXPECT_THAT(Values({Unpaired, AlreadyUnpaired, OperationAlreadyInProgress, AccessDenied, Failed}),
+                ElementsAre(0, 1, 2, 3, 4));
+}
+
+TEST(AbiEnumerations, PropertyType)
+{
+    using P = PropertyType;
+    EXPECT_THAT(
+        Values({P::Empty, P::UInt8, P::Int16, P::UInt16, P::Int32, P::UInt32, P::Int64, P::UInt64, P::Single, P::Double,
+                P::Char16, P::Boolean, P::String, P::Inspectable, P::DateTime, P::TimeSpan, P::Guid}),
+        ElementsAre(0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16));
+}
+
+TYPED_TEST(AbiEnumerationSize, Is32Bits)
+{
+    constexpr bool isFlagSet = std::is_same_v<TypeParam, DevicePairingKinds>;
+    EXPECT_EQ(sizeof(TypeParam), 4u);
+    EXPECT_EQ(std::is_unsigned_v<std::underlying_type_t<TypeParam>>, isFlagSet);
+}
+
+TEST(AbiSizes, OfWhatCrossesTheBoundary)
+{
+    EXPECT_EQ(sizeof(boolean), 1u);
+    EXPECT_EQ(sizeof(EventRegistrationToken), 8u);
+    EXPECT_EQ(sizeof(HSTRING), sizeof(void*));
+    EXPECT_EQ(sizeof(HRESULT), 4u);
+    EXPECT_EQ(sizeof(GUID), 16u);
+}

@@ -12,10 +12,10 @@
 #include <string_view>
 #include <vector>
 
+using namespace platform;
+
 namespace
 {
-    using namespace platform;
-
     std::string TextOf(GUID const& id)
     {
         std::array<char, 37> text{};
@@ -36,47 +36,6 @@ namespace
     class AbiIdentifier : public testing::TestWithParam<Identifier>
     {
     };
-
-    TEST_P(AbiIdentifier, IsThePlatforms)
-    {
-        EXPECT_EQ(TextOf(GetParam().id), GetParam().text);
-    }
-
-    INSTANTIATE_TEST_SUITE_P(
-        Basic, AbiIdentifier,
-        testing::Values(Identifier{"00000000-0000-0000-C000-000000000046", iid_of<::IUnknown>},
-                        Identifier{"AF86E2E0-B12D-4C6A-9C5A-D7AA65101E90", iid_of<::IInspectable>},
-                        Identifier{"00000035-0000-0000-C000-000000000046", iid_of<::IActivationFactory>},
-                        Identifier{"00000003-0000-0000-C000-000000000046", iid_of<::IMarshal>},
-                        Identifier{"00000036-0000-0000-C000-000000000046", iid_of<platform::IAsyncInfo>},
-                        Identifier{"00000037-0000-0000-C000-000000000046", iid_of<platform::IWeakReference>},
-                        Identifier{"00000038-0000-0000-C000-000000000046", iid_of<platform::IWeakReferenceSource>},
-                        Identifier{"94EA2B94-E9CC-49E0-C0FF-EE64CA8F5B90", iid_of<platform::IAgileObject>},
-                        Identifier{"000001DA-0000-0000-C000-000000000046", iid_of<platform::IContextCallback>},
-                        Identifier{"30D5A829-7FA4-4026-83BB-D75BAE4EA99E", iid_of<IClosable>},
-                        Identifier{"D6269732-3B7F-46A7-B40B-4FDCA2A2C693", iid_of<IDeferral>},
-                        Identifier{"575933DF-34FE-4480-AF15-07691F3D5D9B", iid_of<IVectorChangedEventArgs>},
-                        Identifier{"4BD682DD-7554-40E9-9A9B-82654EDE7E62", iid_of<IPropertyValue>}));
-
-    INSTANTIATE_TEST_SUITE_P(
-        Enumeration, AbiIdentifier,
-        testing::Values(Identifier{"C17F100E-3A46-4A78-8013-769DC9B97390", iid_of<IDeviceInformationStatics>},
-                        Identifier{"493B4F34-A84F-45FD-9167-15D1CB1BD1F9", iid_of<IDeviceInformationStatics2>},
-                        Identifier{"ABA0FB95-4398-489D-8E44-E6130927011F", iid_of<IDeviceInformation>},
-                        Identifier{"F156A638-7997-48D9-A10C-269D46533F48", iid_of<IDeviceInformation2>},
-                        Identifier{"8F315305-D972-44B7-A37E-9E822C78213B", iid_of<IDeviceInformationUpdate>},
-                        Identifier{"5D9D148C-A873-485E-BAA6-AA620788E3CC", iid_of<IDeviceInformationUpdate2>},
-                        Identifier{"2C4769F5-F684-40D5-8469-E8DBAAB70485", iid_of<IDeviceInformationPairing>},
-                        Identifier{"F68612FD-0AEE-4328-85CC-1C742BB1790D", iid_of<IDeviceInformationPairing2>},
-                        Identifier{"E915C408-36D4-49A1-BF13-514173799B6B", iid_of<IDeviceInformationPairingStatics>},
-                        Identifier{"04DE5372-B7B7-476B-A74F-C5836A704D98", iid_of<IDeviceInformationPairingStatics2>},
-                        Identifier{"85138C02-4EE6-4914-8370-107A39144C0E", iid_of<IDeviceInformationCustomPairing>},
-                        Identifier{"F717FC56-DE6B-487F-8376-0180ACA69963", iid_of<IDevicePairingRequestedEventArgs>},
-                        Identifier{"C83752D9-E4D3-4DB0-A360-A105E437DBDC", iid_of<IDevicePairingRequestedEventArgs2>},
-                        Identifier{"072B02BF-DD95-4025-9B37-DE51ADBA37B7", iid_of<IDevicePairingResult>},
-                        Identifier{"66F44AD3-79D9-444B-92CF-A92EF72571C7", iid_of<IDeviceUnpairingResult>},
-                        Identifier{"C9EAB97D-8F6B-4F96-A9F4-ABC814E22271", iid_of<IDeviceWatcher>},
-                        Identifier{"FF08456E-ED14-49E9-9A69-8117C54AE971", iid_of<IDeviceWatcher2>}));
 
     // A parameterised identifier is a version-5 UUID: SHA-1 of a namespace and the type's signature.
     std::string IdentifierOf(std::string_view signature)
@@ -161,70 +120,108 @@ namespace
     {
     };
 
-    TEST_P(AbiParameterisedIdentifier, FollowsFromItsSignature)
-    {
-        EXPECT_EQ(IdentifierOf(GetParam().signature), GetParam().identifier) << GetParam().signature;
-        if (GetParam().id)
-        {
-            EXPECT_EQ(TextOf(*GetParam().id), GetParam().identifier);
-        }
-    }
-
     using StringMap = IMapView<HSTRING, ::IInspectable*>;
     using StringPair = IKeyValuePair<HSTRING, ::IInspectable*>;
 
-    INSTANTIATE_TEST_SUITE_P(
-        Declared, AbiParameterisedIdentifier,
-        testing::Values(
-            Parameterised{"03C5A07B-990C-5D09-B0B8-5734EAA38222", Generic(typedEventHandler, {watcher, device}),
-                          &iid_of<AddedHandler>},
-            Parameterised{"906F1254-79AD-54FC-93C4-CDB99B437899", Generic(typedEventHandler, {watcher, update}),
-                          &iid_of<UpdateHandler>},
-            Parameterised{"9234630F-1FF4-54F6-9E3F-AC20369B7725", Generic(typedEventHandler, {watcher, object}),
-                          &iid_of<WatcherHandler>},
-            Parameterised{"FA65231F-4178-5DE1-B2CC-03E22D7702B4",
-                          Generic(typedEventHandler, {customPairing, pairingRequest}),
-                          &iid_of<PairingRequestedHandler>},
-            Parameterised{"1002DB74-8948-591E-815D-E40B667599A3", Generic(asyncOperation, {pairingResult}),
-                          &iid_of<PairingOperation>},
-            Parameterised{"7EE0247F-5F57-5CB2-B40E-18B5A211D6C3", Generic(completedHandler, {pairingResult}),
-                          &iid_of<PairingCompletedHandler>},
-            Parameterised{"2BB4DF3D-BD7E-5FE0-9020-56DC0D30B935", Generic(asyncOperation, {unpairingResult}),
-                          &iid_of<UnpairingOperation>},
-            Parameterised{"9BBE6EB9-DB2D-5160-A20C-F0C265F20D8E", Generic(completedHandler, {unpairingResult}),
-                          &iid_of<UnpairingCompletedHandler>},
-            Parameterised{"E2FCC7C1-3BFC-5A0B-B2B0-72E769D1CB7E", Generic(iterable, {text}),
-                          &iid_of<IIterable<HSTRING>>},
-            Parameterised{"8C304EBB-6615-50A4-8829-879ECD443236", Generic(iterator, {text}),
-                          &iid_of<IIterator<HSTRING>>},
-            Parameterised{"98B9ACC1-4B56-532E-AC73-03D5291CCA90", Generic(vector, {text}), &iid_of<IVector<HSTRING>>},
-            Parameterised{"2F13C006-A03A-5F69-B090-75A43E33423E", Generic(vectorView, {text}),
-                          &iid_of<IVectorView<HSTRING>>},
-            Parameterised{"BB78502A-F79D-54FA-92C9-90C5039FDF7E", Generic(mapView, {text, object}), &iid_of<StringMap>},
-            Parameterised{"09335560-6C6B-5A26-9348-97B781132B20", property, &iid_of<StringPair>},
-            Parameterised{"FE2F3D47-5D47-5499-8374-430C7CDA0204", Generic(iterable, {property}),
-                          &iid_of<IIterable<StringPair*>>},
-            Parameterised{"5DB5FA32-707C-5849-A06B-91C8EB9D10E8", Generic(iterator, {property}),
-                          &iid_of<IIterator<StringPair*>>}));
+    constexpr Identifier basic[] = {
+        {"00000000-0000-0000-C000-000000000046", iid_of<::IUnknown>},
+        {"AF86E2E0-B12D-4C6A-9C5A-D7AA65101E90", iid_of<::IInspectable>},
+        {"00000035-0000-0000-C000-000000000046", iid_of<::IActivationFactory>},
+        {"00000003-0000-0000-C000-000000000046", iid_of<::IMarshal>},
+        {"00000036-0000-0000-C000-000000000046", iid_of<platform::IAsyncInfo>},
+        {"00000037-0000-0000-C000-000000000046", iid_of<platform::IWeakReference>},
+        {"00000038-0000-0000-C000-000000000046", iid_of<platform::IWeakReferenceSource>},
+        {"94EA2B94-E9CC-49E0-C0FF-EE64CA8F5B90", iid_of<platform::IAgileObject>},
+        {"000001DA-0000-0000-C000-000000000046", iid_of<platform::IContextCallback>},
+        {"30D5A829-7FA4-4026-83BB-D75BAE4EA99E", iid_of<IClosable>},
+        {"D6269732-3B7F-46A7-B40B-4FDCA2A2C693", iid_of<IDeferral>},
+        {"575933DF-34FE-4480-AF15-07691F3D5D9B", iid_of<IVectorChangedEventArgs>},
+        {"4BD682DD-7554-40E9-9A9B-82654EDE7E62", iid_of<IPropertyValue>},
+    };
 
-    INSTANTIATE_TEST_SUITE_P(
-        Devices, AbiParameterisedIdentifier,
-        testing::Values(
-            Parameterised{"07FAA053-EB2F-5CBA-B25B-D9D57BE6715F", Generic(asyncOperation, {device}), undeclared},
-            Parameterised{"BB483DF2-7BB6-5923-A28D-8342EC30046B", Generic(completedHandler, {device}), undeclared},
-            Parameterised{"45180254-082E-5274-B2E7-AC0517F44D07", Generic(asyncOperation, {devices}), undeclared},
-            Parameterised{"4A458732-527E-5C73-9A68-A73DA370F782", Generic(completedHandler, {devices}), undeclared},
-            Parameterised{"DD9F8A5D-EC98-5F4B-A3EA-9C8B5AD53C4B", Generic(iterable, {device}),
-                          &iid_of<IIterable<platform::IDeviceInformation*>>},
-            Parameterised{"6F85D843-E8AB-5B46-85D7-327C58D18712", Generic(iterator, {device}),
-                          &iid_of<IIterator<platform::IDeviceInformation*>>},
-            Parameterised{"0FCA458F-AD7F-5259-A74D-25E8FEF48C1B", Generic(vector, {device}),
-                          &iid_of<IVector<platform::IDeviceInformation*>>},
-            Parameterised{"E170688F-3495-5BF6-AAB5-9CAC17E0F10F", Generic(vectorView, {device}),
-                          &iid_of<IVectorView<platform::IDeviceInformation*>>},
-            Parameterised{"9C5711E3-3519-5581-9FA6-E25E181DF9A1", Generic(observableVector, {device}),
-                          &iid_of<platform::IObservableVector<platform::IDeviceInformation*>>},
-            Parameterised{"9217758C-E007-50D8-8983-5B116DD0426E", Generic(vectorChangedHandler, {device}),
-                          &iid_of<VectorChangedEventHandler<platform::IDeviceInformation*>>},
-            Parameterised{"3C00FD60-2950-5939-A21A-2D12C5A01B8A", Generic(reference, {"b1"}), undeclared}));
+    constexpr Identifier enumeration[] = {
+        {"C17F100E-3A46-4A78-8013-769DC9B97390", iid_of<IDeviceInformationStatics>},
+        {"493B4F34-A84F-45FD-9167-15D1CB1BD1F9", iid_of<IDeviceInformationStatics2>},
+        {"ABA0FB95-4398-489D-8E44-E6130927011F", iid_of<IDeviceInformation>},
+        {"F156A638-7997-48D9-A10C-269D46533F48", iid_of<IDeviceInformation2>},
+        {"8F315305-D972-44B7-A37E-9E822C78213B", iid_of<IDeviceInformationUpdate>},
+        {"5D9D148C-A873-485E-BAA6-AA620788E3CC", iid_of<IDeviceInformationUpdate2>},
+        {"2C4769F5-F684-40D5-8469-E8DBAAB70485", iid_of<IDeviceInformationPairing>},
+        {"F68612FD-0AEE-4328-85CC-1C742BB1790D", iid_of<IDeviceInformationPairing2>},
+        {"E915C408-36D4-49A1-BF13-514173799B6B", iid_of<IDeviceInformationPairingStatics>},
+        {"04DE5372-B7B7-476B-A74F-C5836A704D98", iid_of<IDeviceInformationPairingStatics2>},
+        {"85138C02-4EE6-4914-8370-107A39144C0E", iid_of<IDeviceInformationCustomPairing>},
+        {"F717FC56-DE6B-487F-8376-0180ACA69963", iid_of<IDevicePairingRequestedEventArgs>},
+        {"C83752D9-E4D3-4DB0-A360-A105E437DBDC", iid_of<IDevicePairingRequestedEventArgs2>},
+        {"072B02BF-DD95-4025-9B37-DE51ADBA37B7", iid_of<IDevicePairingResult>},
+        {"66F44AD3-79D9-444B-92CF-A92EF72571C7", iid_of<IDeviceUnpairingResult>},
+        {"C9EAB97D-8F6B-4F96-A9F4-ABC814E22271", iid_of<IDeviceWatcher>},
+        {"FF08456E-ED14-49E9-9A69-8117C54AE971", iid_of<IDeviceWatcher2>},
+    };
+
+    Parameterised const declared[] = {
+        {"03C5A07B-990C-5D09-B0B8-5734EAA38222", Generic(typedEventHandler, {watcher, device}), &iid_of<AddedHandler>},
+        {"906F1254-79AD-54FC-93C4-CDB99B437899", Generic(typedEventHandler, {watcher, update}), &iid_of<UpdateHandler>},
+        {"9234630F-1FF4-54F6-9E3F-AC20369B7725", Generic(typedEventHandler, {watcher, object}),
+         &iid_of<WatcherHandler>},
+        {"FA65231F-4178-5DE1-B2CC-03E22D7702B4", Generic(typedEventHandler, {customPairing, pairingRequest}),
+         &iid_of<PairingRequestedHandler>},
+        {"1002DB74-8948-591E-815D-E40B667599A3", Generic(asyncOperation, {pairingResult}), &iid_of<PairingOperation>},
+        {"7EE0247F-5F57-5CB2-B40E-18B5A211D6C3", Generic(completedHandler, {pairingResult}),
+         &iid_of<PairingCompletedHandler>},
+        {"2BB4DF3D-BD7E-5FE0-9020-56DC0D30B935", Generic(asyncOperation, {unpairingResult}),
+         &iid_of<UnpairingOperation>},
+        {"9BBE6EB9-DB2D-5160-A20C-F0C265F20D8E", Generic(completedHandler, {unpairingResult}),
+         &iid_of<UnpairingCompletedHandler>},
+        {"E2FCC7C1-3BFC-5A0B-B2B0-72E769D1CB7E", Generic(iterable, {text}), &iid_of<IIterable<HSTRING>>},
+        {"8C304EBB-6615-50A4-8829-879ECD443236", Generic(iterator, {text}), &iid_of<IIterator<HSTRING>>},
+        {"98B9ACC1-4B56-532E-AC73-03D5291CCA90", Generic(vector, {text}), &iid_of<IVector<HSTRING>>},
+        {"2F13C006-A03A-5F69-B090-75A43E33423E", Generic(vectorView, {text}), &iid_of<IVectorView<HSTRING>>},
+        {"BB78502A-F79D-54FA-92C9-90C5039FDF7E", Generic(mapView, {text, object}), &iid_of<StringMap>},
+        {"09335560-6C6B-5A26-9348-97B781132B20", property, &iid_of<StringPair>},
+        {"FE2F3D47-5D47-5499-8374-430C7CDA0204", Generic(iterable, {property}), &iid_of<IIterable<StringPair*>>},
+        {"5DB5FA32-707C-5849-A06B-91C8EB9D10E8", Generic(iterator, {property}), &iid_of<IIterator<StringPair*>>},
+    };
+
+    Parameterised const ofDevices[] = {
+        {"07FAA053-EB2F-5CBA-B25B-D9D57BE6715F", Generic(asyncOperation, {device}), undeclared},
+        {"BB483DF2-7BB6-5923-A28D-8342EC30046B", Generic(completedHandler, {device}), undeclared},
+        {"45180254-082E-5274-B2E7-AC0517F44D07", Generic(asyncOperation, {devices}), undeclared},
+        {"4A458732-527E-5C73-9A68-A73DA370F782", Generic(completedHandler, {devices}), undeclared},
+        {"DD9F8A5D-EC98-5F4B-A3EA-9C8B5AD53C4B", Generic(iterable, {device}),
+         &iid_of<IIterable<platform::IDeviceInformation*>>},
+        {"6F85D843-E8AB-5B46-85D7-327C58D18712", Generic(iterator, {device}),
+         &iid_of<IIterator<platform::IDeviceInformation*>>},
+        {"0FCA458F-AD7F-5259-A74D-25E8FEF48C1B", Generic(vector, {device}),
+         &iid_of<IVector<platform::IDeviceInformation*>>},
+        {"E170688F-3495-5BF6-AAB5-9CAC17E0F10F", Generic(vectorView, {device}),
+         &iid_of<IVectorView<platform::IDeviceInformation*>>},
+        {"9C5711E3-3519-5581-9FA6-E25E181DF9A1", Generic(observableVector, {device}),
+         &iid_of<platform::IObservableVector<platform::IDeviceInformation*>>},
+        {"9217758C-E007-50D8-8983-5B116DD0426E", Generic(vectorChangedHandler, {device}),
+         &iid_of<VectorChangedEventHandler<platform::IDeviceInformation*>>},
+        {"3C00FD60-2950-5939-A21A-2D12C5A01B8A", Generic(reference, {"b1"}), undeclared},
+    };
 } // namespace
+
+TEST_P(AbiIdentifier, IsThePlatforms)
+{
+    EXPECT_EQ(TextOf(GetParam().id), GetParam().text);
+}
+
+INSTANTIATE_TEST_SUITE_P(Basic, AbiIdentifier, testing::ValuesIn(basic));
+
+INSTANTIATE_TEST_SUITE_P(Enumeration, AbiIdentifier, testing::ValuesIn(enumeration));
+
+TEST_P(AbiParameterisedIdentifier, FollowsFromItsSignature)
+{
+    EXPECT_EQ(IdentifierOf(GetParam().signature), GetParam().identifier) << GetParam().signature;
+    if (GetParam().id)
+    {
+        EXPECT_EQ(TextOf(*GetParam().id), GetParam().identifier);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Declared, AbiParameterisedIdentifier, testing::ValuesIn(declared));
+
+INSTANTIATE_TEST_SUITE_P(Devices, AbiParameterisedIdentifier, testing::ValuesIn(ofDevices));

@@ -5,10 +5,10 @@
 
 #include <string>
 
+using namespace simulator;
+
 namespace
 {
-    using namespace simulator;
-
     constexpr std::string_view classicId = "{e0cbf06c-cd8b-4647-bb8a-263b43f0f974}";
     constexpr std::string_view leId = "{bb7bb05e-5972-42b5-94fc-76eaa7084d49}";
 
@@ -66,95 +66,6 @@ namespace
     {
     };
 
-    TEST_P(AqsLibraryFilter, PicksItsProtocolInADualModeNeighbourhood)
-    {
-        auto const query = Query::Parse(GetParam().query);
-        for (auto const protocol : {classicId, leId})
-        {
-            for (auto const canPair : {true, false})
-            {
-                for (auto const isPaired : {true, false})
-                {
-                    auto const pairable = canPair || isPaired;
-                    auto const wanted = protocol == GetParam().protocol && (pairable || !GetParam().pairableOnly);
-                    EXPECT_EQ(query.Matches(Device(protocol, canPair, isPaired)), wanted)
-                        << protocol << " can pair " << canPair << " is paired " << isPaired;
-                }
-            }
-        }
-        EXPECT_FALSE(query.Matches({}));
-    }
-
-    INSTANTIATE_TEST_SUITE_P(
-        All, AqsLibraryFilter,
-        testing::Values(
-            LibraryFilter{R"((System.Devices.Aep.ProtocolId:= "{e0cbf06c-cd8b-4647-bb8a-263b43f0f974}") )", classicId,
-                          false},
-            LibraryFilter{
-                R"((System.Devices.Aep.ProtocolId:= "{e0cbf06c-cd8b-4647-bb8a-263b43f0f974}") AND(System.Devices.Aep.CanPair:= System.StructuredQueryType.Boolean#True OR System.Devices.Aep.IsPaired:=System.StructuredQueryType.Boolean#True))",
-                classicId, true},
-            LibraryFilter{R"((System.Devices.Aep.ProtocolId:="{bb7bb05e-5972-42b5-94fc-76eaa7084d49}") )", leId, false},
-            LibraryFilter{
-                R"((System.Devices.Aep.ProtocolId:="{bb7bb05e-5972-42b5-94fc-76eaa7084d49}") AND (System.Devices.Aep.CanPair:=System.StructuredQueryType.Boolean#True OR System.Devices.Aep.IsPaired:=System.StructuredQueryType.Boolean#True))",
-                leId, true}));
-
-    TEST(Aqs, PlatformSelectorForUnpairedDevicesIsUnderstood)
-    {
-        constexpr auto selector =
-            R"(System.Devices.DevObjectType:=5 AND System.Devices.Aep.ProtocolId:="{E0CBF06C-CD8B-4647-BB8A-263B43F0F974}" AND (System.Devices.Aep.IsPaired:=System.StructuredQueryType.Boolean#False OR System.Devices.Aep.Bluetooth.IssueInquiry:=System.StructuredQueryType.Boolean#True))";
-        auto device = Device(classicId, true, false);
-        EXPECT_FALSE(Selects(selector, device));
-        device["System.Devices.DevObjectType"] = 5;
-        EXPECT_TRUE(Selects(selector, device));
-        device["System.Devices.Aep.IsPaired"] = true;
-        EXPECT_FALSE(Selects(selector, device));
-    }
-
-    TEST(Aqs, TermsCombine)
-    {
-        EXPECT_TRUE(Combines("T & T"));
-        EXPECT_FALSE(Combines("T & F"));
-        EXPECT_FALSE(Combines("F & T"));
-        EXPECT_TRUE(Combines("T | F"));
-        EXPECT_TRUE(Combines("F | T"));
-        EXPECT_FALSE(Combines("F | F"));
-        EXPECT_FALSE(Combines("! T"));
-        EXPECT_TRUE(Combines("! F"));
-        EXPECT_TRUE(Combines("! ! T"));
-        EXPECT_TRUE(Combines("T & T & T"));
-        EXPECT_FALSE(Combines("T & T & F"));
-        EXPECT_TRUE(Combines("F | F | T"));
-    }
-
-    TEST(Aqs, AndBindsTighterThanOr)
-    {
-        EXPECT_TRUE(Combines("T | T & F"));
-        EXPECT_TRUE(Combines("T | F & F"));
-        EXPECT_TRUE(Combines("F & F | T"));
-        EXPECT_FALSE(Combines("(T | T) & F"));
-        EXPECT_FALSE(Combines("F & (F | T)"));
-    }
-
-    TEST(Aqs, JuxtapositionIsAnd)
-    {
-        EXPECT_TRUE(Combines("T T"));
-        EXPECT_FALSE(Combines("T F"));
-        EXPECT_FALSE(Combines("(T)(F)"));
-        EXPECT_TRUE(Combines("F F | T"));    // (F F) OR T
-        EXPECT_FALSE(Combines("F (F | T)")); // unlike this
-        EXPECT_TRUE(Combines("T | F F"));
-        EXPECT_TRUE(Combines("T !F"));
-    }
-
-    TEST(Aqs, NotBindsTighterThanAnd)
-    {
-        EXPECT_FALSE(Combines("!F & F"));
-        EXPECT_TRUE(Combines("!(F & F)"));
-        EXPECT_TRUE(Combines("!T | T"));
-        EXPECT_FALSE(Combines("!(T | T)"));
-        EXPECT_TRUE(Combines("T & !F"));
-    }
-
     struct Case
     {
         std::string_view query;
@@ -165,98 +76,184 @@ namespace
     {
     };
 
-    TEST_P(AqsOperator, ComparesWithTheSpeaker)
-    {
-        EXPECT_EQ(Selects(GetParam().query, Speaker()), GetParam().selects);
-    }
+    constexpr LibraryFilter libraryFilters[] = {
+        {R"((System.Devices.Aep.ProtocolId:= "{e0cbf06c-cd8b-4647-bb8a-263b43f0f974}") )", classicId, false},
+        {R"((System.Devices.Aep.ProtocolId:= "{e0cbf06c-cd8b-4647-bb8a-263b43f0f974}") AND(System.Devices.Aep.CanPair:= System.StructuredQueryType.Boolean#True OR System.Devices.Aep.IsPaired:=System.StructuredQueryType.Boolean#True))",
+         classicId, true},
+        {R"((System.Devices.Aep.ProtocolId:="{bb7bb05e-5972-42b5-94fc-76eaa7084d49}") )", leId, false},
+        {R"((System.Devices.Aep.ProtocolId:="{bb7bb05e-5972-42b5-94fc-76eaa7084d49}") AND (System.Devices.Aep.CanPair:=System.StructuredQueryType.Boolean#True OR System.Devices.Aep.IsPaired:=System.StructuredQueryType.Boolean#True))",
+         leId, true},
+    };
 
-    INSTANTIATE_TEST_SUITE_P(Equality, AqsOperator,
-                             testing::Values(Case{"System.Devices.Aep.SignalStrength:-60", true}, // differs from 60
-                                             Case{"System.Devices.Aep.SignalStrength:=-60", true},
-                                             Case{"System.Devices.Aep.SignalStrength:=60", false},
-                                             Case{"System.Devices.Aep.SignalStrength:<>-60", false},
-                                             Case{"System.Devices.Aep.SignalStrength:--60", false},
-                                             Case{"System.Devices.Aep.SignalStrength:-7", true},
-                                             Case{"System.Devices.Aep.SignalStrength:≠-60", false},
-                                             Case{"System.Devices.Aep.SignalStrength:≠7", true},
-                                             Case{"System.Devices.Aep.SignalStrength:NOT -60", false},
-                                             Case{"System.Devices.Aep.SignalStrength:NOT 7", true},
-                                             Case{R"(System.ItemNameDisplay:"Kitchen Speaker")", true},
-                                             Case{R"(System.ItemNameDisplay:="Kitchen")", false},
-                                             Case{R"(System.ItemNameDisplay:NOT"Kitchen")", true},
-                                             Case{R"(System.ItemNameDisplay:="kitchen speaker")", false}));
+    constexpr Case equality[] = {
+        {"System.Devices.Aep.SignalStrength:-60", true}, // differs from 60
+        {"System.Devices.Aep.SignalStrength:=-60", true},        {"System.Devices.Aep.SignalStrength:=60", false},
+        {"System.Devices.Aep.SignalStrength:<>-60", false},      {"System.Devices.Aep.SignalStrength:--60", false},
+        {"System.Devices.Aep.SignalStrength:-7", true},          {"System.Devices.Aep.SignalStrength:≠-60", false},
+        {"System.Devices.Aep.SignalStrength:≠7", true},          {"System.Devices.Aep.SignalStrength:NOT -60", false},
+        {"System.Devices.Aep.SignalStrength:NOT 7", true},       {R"(System.ItemNameDisplay:"Kitchen Speaker")", true},
+        {R"(System.ItemNameDisplay:="Kitchen")", false},         {R"(System.ItemNameDisplay:NOT"Kitchen")", true},
+        {R"(System.ItemNameDisplay:="kitchen speaker")", false},
+    };
 
-    INSTANTIATE_TEST_SUITE_P(Order, AqsOperator,
-                             testing::Values(Case{"System.Devices.Aep.SignalStrength:<-59", true},
-                                             Case{"System.Devices.Aep.SignalStrength:<-60", false},
-                                             Case{"System.Devices.Aep.SignalStrength:>-61", true},
-                                             Case{"System.Devices.Aep.SignalStrength:>-60", false},
-                                             Case{"System.Devices.DevObjectType:<5", false},
-                                             Case{"System.Devices.DevObjectType:>5", false}));
+    constexpr Case order[] = {
+        {"System.Devices.Aep.SignalStrength:<-59", true}, {"System.Devices.Aep.SignalStrength:<-60", false},
+        {"System.Devices.Aep.SignalStrength:>-61", true}, {"System.Devices.Aep.SignalStrength:>-60", false},
+        {"System.Devices.DevObjectType:<5", false},       {"System.Devices.DevObjectType:>5", false},
+    };
 
-    INSTANTIATE_TEST_SUITE_P(Part, AqsOperator,
-                             testing::Values(Case{R"(System.ItemNameDisplay:~~"chen Sp")", true},
-                                             Case{R"(System.ItemNameDisplay:~~"garden")", false},
-                                             Case{R"(System.ItemNameDisplay:~<"Kitchen")", true},
-                                             Case{R"(System.ItemNameDisplay:~<"Speaker")", false},
-                                             Case{"System.ItemNameDisplay:~<Kitchen", true},
-                                             Case{R"(System.Devices.Aep.ModelName:~~"")", false}));
+    constexpr Case part[] = {
+        {R"(System.ItemNameDisplay:~~"chen Sp")", true}, {R"(System.ItemNameDisplay:~~"garden")", false},
+        {R"(System.ItemNameDisplay:~<"Kitchen")", true}, {R"(System.ItemNameDisplay:~<"Speaker")", false},
+        {"System.ItemNameDisplay:~<Kitchen", true},      {R"(System.Devices.Aep.ModelName:~~"")", false},
+    };
 
-    INSTANTIATE_TEST_SUITE_P(Null, AqsOperator,
-                             testing::Values(Case{"System.Devices.Aep.ModelName:=[]", true},
-                                             Case{"System.Devices.Aep.ModelName:[]", true},
-                                             Case{"System.Devices.Aep.ModelName:<>[]", false},
-                                             Case{"System.Devices.Aep.ModelName:NOT[]", false},
-                                             Case{"System.Devices.Aep.ContainerId:=[]", true}, // not there at all
-                                             Case{"System.ItemNameDisplay:=[]", false},
-                                             Case{"System.ItemNameDisplay:-[]", true},
-                                             Case{R"(System.Devices.Aep.ModelName:="")", false},
-                                             Case{R"(System.Devices.Aep.ModelName:<>"x")", true}));
+    constexpr Case null[] = {
+        {"System.Devices.Aep.ModelName:=[]", true},     {"System.Devices.Aep.ModelName:[]", true},
+        {"System.Devices.Aep.ModelName:<>[]", false},   {"System.Devices.Aep.ModelName:NOT[]", false},
+        {"System.Devices.Aep.ContainerId:=[]", true}, // not there at all
+        {"System.ItemNameDisplay:=[]", false},          {"System.ItemNameDisplay:-[]", true},
+        {R"(System.Devices.Aep.ModelName:="")", false}, {R"(System.Devices.Aep.ModelName:<>"x")", true},
+    };
 
-    INSTANTIATE_TEST_SUITE_P(
-        Guid, AqsOperator,
-        testing::Values(Case{"System.Devices.Aep.ProtocolId:={e0cbf06c-cd8b-4647-bb8a-263b43f0f974}", true},
-                        Case{R"(System.Devices.Aep.ProtocolId:="{E0CBF06C-cd8b-4647-bb8a-263b43f0f974}")", true},
-                        Case{"System.Devices.Aep.ProtocolId:={e0cbf06c-cd8b-4647-bb8a-263b43f0f975}", false},
-                        Case{"System.Devices.Aep.ProtocolId:<>{bb7bb05e-5972-42b5-94fc-76eaa7084d49}", true}));
+    constexpr Case guid[] = {
+        {"System.Devices.Aep.ProtocolId:={e0cbf06c-cd8b-4647-bb8a-263b43f0f974}", true},
+        {R"(System.Devices.Aep.ProtocolId:="{E0CBF06C-cd8b-4647-bb8a-263b43f0f974}")", true},
+        {"System.Devices.Aep.ProtocolId:={e0cbf06c-cd8b-4647-bb8a-263b43f0f975}", false},
+        {"System.Devices.Aep.ProtocolId:<>{bb7bb05e-5972-42b5-94fc-76eaa7084d49}", true},
+    };
 
-    INSTANTIATE_TEST_SUITE_P(
-        Spelling, AqsOperator,
-        testing::Values(Case{"system.devices.AEP.canpair:=SYSTEM.structuredquerytype.BOOLEAN#tRUE", true},
-                        Case{"System.Devices.Aep.CanPair:=System.StructuredQueryType.Boolean#FALSE", false},
-                        Case{"\t( System.Devices.Aep.SignalStrength\r\n:=\n-60 )  ", true},
-                        Case{"(System.Devices.Aep.SignalStrength:=-60)AND(System.ItemNameDisplay:~~en)", true},
-                        Case{"((((System.Devices.Aep.SignalStrength:=-60))))", true}));
-
-    TEST(Aqs, EmptyAndBlankTextMatchEverything)
-    {
-        for (auto const text : {"", " ", " \t\r\n"})
-        {
-            EXPECT_TRUE(Selects(text, {}));
-            EXPECT_TRUE(Selects(text, Speaker()));
-            EXPECT_EQ(Query::Parse(text).IsBlank(), *text != '\0');
-        }
-        EXPECT_FALSE(Query::Parse(" System.ItemNameDisplay:=[] ").IsBlank());
-    }
-
-    TEST(Aqs, LongFlatQueriesAreFine)
-    {
-        std::string query = "System.Devices.Aep.SignalStrength:=0";
-        for (int number = 1; number < 10'000; ++number)
-        {
-            query += " OR System.Devices.Aep.SignalStrength:=-" + std::to_string(number);
-        }
-        EXPECT_TRUE(Selects(query, Speaker()));
-    }
-
-    TEST(Aqs, QueryOutlivesItsText)
-    {
-        auto text = std::string("System.ItemNameDisplay:=\"Kitchen Speaker\"");
-        auto const query = Query::Parse(text);
-        auto const copy = query;
-        text.assign(text.size(), 'x');
-        EXPECT_TRUE(query.Matches(Speaker()));
-        EXPECT_TRUE(copy.Matches(Speaker()));
-    }
-
+    constexpr Case spelling[] = {
+        {"system.devices.AEP.canpair:=SYSTEM.structuredquerytype.BOOLEAN#tRUE", true},
+        {"System.Devices.Aep.CanPair:=System.StructuredQueryType.Boolean#FALSE", false},
+        {"\t( System.Devices.Aep.SignalStrength\r\n:=\n-60 )  ", true},
+        {"(System.Devices.Aep.SignalStrength:=-60)AND(System.ItemNameDisplay:~~en)", true},
+        {"((((System.Devices.Aep.SignalStrength:=-60))))", true},
+    };
 } // namespace
+
+TEST_P(AqsLibraryFilter, PicksItsProtocolInADualModeNeighbourhood)
+{
+    auto const query = Query::Parse(GetParam().query);
+    for (auto const protocol : {classicId, leId})
+    {
+        for (auto const canPair : {true, false})
+        {
+            for (auto const isPaired : {true, false})
+            {
+                auto const pairable = canPair || isPaired;
+                auto const wanted = protocol == GetParam().protocol && (pairable || !GetParam().pairableOnly);
+                EXPECT_EQ(query.Matches(Device(protocol, canPair, isPaired)), wanted)
+                    << protocol << " can pair " << canPair << " is paired " << isPaired;
+            }
+        }
+    }
+    EXPECT_FALSE(query.Matches({}));
+}
+
+INSTANTIATE_TEST_SUITE_P(All, AqsLibraryFilter, testing::ValuesIn(libraryFilters));
+
+TEST(Aqs, PlatformSelectorForUnpairedDevicesIsUnderstood)
+{
+    constexpr auto selector =
+        R"(System.Devices.DevObjectType:=5 AND System.Devices.Aep.ProtocolId:="{E0CBF06C-CD8B-4647-BB8A-263B43F0F974}" AND (System.Devices.Aep.IsPaired:=System.StructuredQueryType.Boolean#False OR System.Devices.Aep.Bluetooth.IssueInquiry:=System.StructuredQueryType.Boolean#True))";
+    auto device = Device(classicId, true, false);
+    EXPECT_FALSE(Selects(selector, device));
+    device["System.Devices.DevObjectType"] = 5;
+    EXPECT_TRUE(Selects(selector, device));
+    device["System.Devices.Aep.IsPaired"] = true;
+    EXPECT_FALSE(Selects(selector, device));
+}
+
+TEST(Aqs, TermsCombine)
+{
+    EXPECT_TRUE(Combines("T & T"));
+    EXPECT_FALSE(Combines("T & F"));
+    EXPECT_FALSE(Combines("F & T"));
+    EXPECT_TRUE(Combines("T | F"));
+    EXPECT_TRUE(Combines("F | T"));
+    EXPECT_FALSE(Combines("F | F"));
+    EXPECT_FALSE(Combines("! T"));
+    EXPECT_TRUE(Combines("! F"));
+    EXPECT_TRUE(Combines("! ! T"));
+    EXPECT_TRUE(Combines("T & T & T"));
+    EXPECT_FALSE(Combines("T & T & F"));
+    EXPECT_TRUE(Combines("F | F | T"));
+}
+
+TEST(Aqs, AndBindsTighterThanOr)
+{
+    EXPECT_TRUE(Combines("T | T & F"));
+    EXPECT_TRUE(Combines("T | F & F"));
+    EXPECT_TRUE(Combines("F & F | T"));
+    EXPECT_FALSE(Combines("(T | T) & F"));
+    EXPECT_FALSE(Combines("F & (F | T)"));
+}
+
+TEST(Aqs, JuxtapositionIsAnd)
+{
+    EXPECT_TRUE(Combines("T T"));
+    EXPECT_FALSE(Combines("T F"));
+    EXPECT_FALSE(Combines("(T)(F)"));
+    EXPECT_TRUE(Combines("F F | T"));    // (F F) OR T
+    EXPECT_FALSE(Combines("F (F | T)")); // unlike this
+    EXPECT_TRUE(Combines("T | F F"));
+    EXPECT_TRUE(Combines("T !F"));
+}
+
+TEST(Aqs, NotBindsTighterThanAnd)
+{
+    EXPECT_FALSE(Combines("!F & F"));
+    EXPECT_TRUE(Combines("!(F & F)"));
+    EXPECT_TRUE(Combines("!T | T"));
+    EXPECT_FALSE(Combines("!(T | T)"));
+    EXPECT_TRUE(Combines("T & !F"));
+}
+
+TEST_P(AqsOperator, ComparesWithTheSpeaker)
+{
+    EXPECT_EQ(Selects(GetParam().query, Speaker()), GetParam().selects);
+}
+
+INSTANTIATE_TEST_SUITE_P(Equality, AqsOperator, testing::ValuesIn(equality));
+
+INSTANTIATE_TEST_SUITE_P(Order, AqsOperator, testing::ValuesIn(order));
+
+INSTANTIATE_TEST_SUITE_P(Part, AqsOperator, testing::ValuesIn(part));
+
+INSTANTIATE_TEST_SUITE_P(Null, AqsOperator, testing::ValuesIn(null));
+
+INSTANTIATE_TEST_SUITE_P(Guid, AqsOperator, testing::ValuesIn(guid));
+
+INSTANTIATE_TEST_SUITE_P(Spelling, AqsOperator, testing::ValuesIn(spelling));
+
+TEST(Aqs, EmptyAndBlankTextMatchEverything)
+{
+    for (auto const text : {"", " ", " \t\r\n"})
+    {
+        EXPECT_TRUE(Selects(text, {}));
+        EXPECT_TRUE(Selects(text, Speaker()));
+        EXPECT_EQ(Query::Parse(text).IsBlank(), *text != '\0');
+    }
+    EXPECT_FALSE(Query::Parse(" System.ItemNameDisplay:=[] ").IsBlank());
+}
+
+TEST(Aqs, LongFlatQueriesAreFine)
+{
+    std::string query = "System.Devices.Aep.SignalStrength:=0";
+    for (int number = 1; number < 10'000; ++number)
+    {
+        query += " OR System.Devices.Aep.SignalStrength:=-" + std::to_string(number);
+    }
+    EXPECT_TRUE(Selects(query, Speaker()));
+}
+
+TEST(Aqs, QueryOutlivesItsText)
+{
+    auto text = std::string("System.ItemNameDisplay:=\"Kitchen Speaker\"");
+    auto const query = Query::Parse(text);
+    auto const copy = query;
+    text.assign(text.size(), 'x');
+    EXPECT_TRUE(query.Matches(Speaker()));
+    EXPECT_TRUE(copy.Matches(Speaker()));
+}
