@@ -1,20 +1,16 @@
 // Any bytes as the data store's file: what is taken of them holds together.
+#include "fuzz/Require.h"
 #include "pairing/LeData.h"
 
+#include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <sstream>
+#include <string>
+
+using namespace test;
 
 namespace
 {
-    void Require(bool condition)
-    {
-        if (!condition)
-        {
-            std::abort();
-        }
-    }
-
     vorlink::LeData Read(std::string const& text)
     {
         vorlink::LeData store;

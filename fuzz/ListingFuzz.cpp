@@ -1,20 +1,16 @@
 // Any bytes as the plug-and-play tool's listing: every piece found is the fourth of its line.
+#include "fuzz/Require.h"
 #include "pairing/DeviceListing.h"
 
+#include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <sstream>
+#include <string>
+
+using namespace test;
 
 namespace
 {
-    void Require(bool condition)
-    {
-        if (!condition)
-        {
-            std::abort();
-        }
-    }
-
     std::string FourthPiece(std::string const& line)
     {
         std::size_t begin = 0;
