@@ -20,16 +20,15 @@ using testing::IsEmpty;
 namespace
 {
     constexpr char address[] = "a4:c1:38:5e:22:0f";
-    constexpr char ceremony[] = "SubVorlink::PairingDevice";
 
     std::string Immediate()
     {
-        return prompt + Device("Headset", address, "[device.pairing]\nduration-ms = 0");
+        return prompt + Device("Headset", address, pairsAtOnce);
     }
 
     std::string Later()
     {
-        return prompt + Device("Headset", address, "[device.pairing]\nduration-ms = 'never'");
+        return prompt + Device("Headset", address, pairsOnDemand);
     }
 
     // Runs a host on a thread of its own, which joins COM as `coinit` says; `none`: not at all.
@@ -126,15 +125,15 @@ TEST(Apartments, SingleThreadedHostHearsOfALaterUnpairingWithoutPumping)
     Load(PairedTag("'classic', 'le'", "[device.classic.unpairing]\nduration-ms = 'never'\n"));
     OnThread(COINIT_APARTMENTTHREADED, [] {
         auto const vorlink = MakeVorlink();
-        KnowLe(*vorlink, std::string("Tag=") + tagAt + "\n");
+        KnowLe(*vorlink, knownTag);
         vorlink->UnpairedCurrent("Tag", UnpairHost::Callback);
         EXPECT_EQ(UnpairHost::Count(), 0u);
-        ASSERT_TRUE(SimulateUnpairingCompletes(ClassicId(tagAt).c_str(), 0)) << SimulatorLastError();
+        ASSERT_TRUE(SimulateUnpairingCompletes(ClassicId(tagAddress).c_str(), 0)) << SimulatorLastError();
         ASSERT_TRUE(UnpairHost::WaitFor(1));
         EXPECT_NE(UnpairHost::At(0).thread, GetCurrentThreadId());
     });
     EXPECT_TRUE(UnpairHost::At(0).success);
-    EXPECT_TRUE(WaitForCall(("UnpairAsync(" + LeId(tagAt)).c_str()));
+    EXPECT_TRUE(WaitForCall("UnpairAsync(" + LeId(tagAddress)));
 }
 
 TEST(Apartments, SingleThreadedHostCompletesALaterPairingWhenItPumps)
@@ -142,8 +141,7 @@ TEST(Apartments, SingleThreadedHostCompletesALaterPairingWhenItPumps)
     Load(Later());
     OnThread(COINIT_APARTMENTTHREADED, [] {
         Apartment const apartment(LibraryModule());
-        auto const vorlink = MakeVorlink();
-        vorlink->SetLogEnabled(true);
+        auto const vorlink = MakeLoggingVorlink();
         vorlink->PairedDevice("Headset", Host::Callback);
         ASSERT_TRUE(WaitForCall("Accept("));
         ASSERT_TRUE(SimulatePairingCompletes(ClassicId(address).c_str(), 0)) << SimulatorLastError();

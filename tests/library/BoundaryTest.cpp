@@ -5,6 +5,7 @@
 #include "tests/support/LogFile.h"
 #include "tests/support/Neighbourhood.h"
 #include "tests/support/ReplacedImport.h"
+#include "tests/support/StandIns.h"
 #include "tests/support/Trace.h"
 
 #include <gmock/gmock.h>
@@ -25,15 +26,6 @@ namespace
     void Nobody(wchar_t const*, std::uint32_t) {}
 
     void NobodyUnpaired(bool, int) {}
-
-    std::atomic<int> threads{0};
-
-    HANDLE WINAPI CountedThread(LPSECURITY_ATTRIBUTES attributes, SIZE_T stack, LPTHREAD_START_ROUTINE start,
-                                LPVOID argument, DWORD flags, LPDWORD id)
-    {
-        ++threads;
-        return CreateThread(attributes, stack, start, argument, flags, id);
-    }
 
     std::atomic<void*> storage = nullptr;
     std::atomic<bool> isFreed = false;
@@ -61,14 +53,14 @@ TEST(Boundary, TheFactoryDoesNothingElse)
 TEST(Boundary, TheFactoryDoesNothingElseAlsoWithTheLogOnAndADataFileThere)
 {
     Load(PairedTag("'classic'"));
-    std::ofstream("MyLEData", std::ios::binary) << "Tag=" << tagAt << "\n";
+    std::ofstream("MyLEData", std::ios::binary) << "Tag=" << tagAddress << "\n";
     MakeVorlink()->SetLogEnabled(true);
-    ReplaceImport(LibraryModule(), "CreateThread", &CountedThread);
+    ReplaceImport(LibraryModule(), "CreateThread", CountThread);
     std::unique_ptr<Vorlink> vorlink;
     EXPECT_EQ(OutputOf([&] { vorlink = MakeVorlink(); }), "");
     EXPECT_THAT(Trace({""}), IsEmpty()) << "not even an activation";
     EXPECT_FALSE(LogExists());
-    EXPECT_EQ(threads, 0);
+    EXPECT_EQ(threadsStarted, 0);
     // The file was not loaded.
     vorlink->UnpairedCurrent("Tag", UnpairHost::Callback);
     ASSERT_TRUE(UnpairHost::WaitFor(1));
@@ -84,7 +76,7 @@ TEST(Boundary, EveryCallMakesAnObjectOfItsOwn)
 
 TEST(Boundary, WithTheLogNeverSwitchedOnNoOperationCreatesIt)
 {
-    Load(prompt + Device("Headset", "a4:c1:38:5e:22:0f", "[device.pairing]\nduration-ms = 0"));
+    Load(prompt + Device("Headset", "a4:c1:38:5e:22:0f", pairsAtOnce));
     auto const vorlink = MakeVorlink();
     vorlink->Initialize();
     vorlink->PairedDevice("Headset", Host::Callback);
@@ -99,8 +91,7 @@ TEST(Boundary, WithTheLogNeverSwitchedOnNoOperationCreatesIt)
 TEST(Boundary, SwitchingTheLogOffStopsRecordsAtOnceAndKeepsThoseWritten)
 {
     Load(prompt);
-    auto const vorlink = MakeVorlink();
-    vorlink->SetLogEnabled(true);
+    auto const vorlink = MakeLoggingVorlink();
     vorlink->PairedDevice("Nobody", Host::Callback);
     std::string const written = ReadFile("log.log");
     EXPECT_FALSE(written.empty());
@@ -122,7 +113,7 @@ TEST(Boundary, ReleasingTheObjectCallsNothingAndLeavesTheWatcherRunning)
     Load(prompt + Device("Held back", "11:22:33:44:55:66", "appears-ms = 'never'"));
     auto vorlink = MakeVorlink();
     vorlink->PairedDevice("Nobody", Host::Callback);
-    ASSERT_TRUE(SimulatorWaitIdle(20'000));
+    ASSERT_TRUE(WaitIdle());
     auto const objects = SimulatorLiveObjects();
     SimulatorClearTrace();
     vorlink.reset();
@@ -149,11 +140,10 @@ TEST(Boundary, UnloadingRevokesTheRegistrationsStillHeld)
     HMODULE const module = LoadLibraryW(L"vorlink.dll");
     ASSERT_TRUE(module);
     {
-        auto const factory = GetProcAddress(module, "getVorlinkPtr");
-        auto const vorlink = reinterpret_cast<std::unique_ptr<Vorlink> (*)()>(reinterpret_cast<void*>(factory))();
+        auto const vorlink = MakeVorlink(module);
         vorlink->PairedDevice("Nobody", Host::Callback);
     }
-    ASSERT_TRUE(SimulatorWaitIdle(20'000));
+    ASSERT_TRUE(WaitIdle());
     SimulatorClearTrace();
     ASSERT_TRUE(FreeLibrary(module));
     EXPECT_FALSE(GetModuleHandleW(L"vorlink.dll"));

@@ -16,7 +16,6 @@ using testing::IsEmpty;
 
 namespace
 {
-    constexpr char ceremony[] = "SubVorlink::PairingDevice";
     constexpr char address[] = "a4:c1:38:5e:22:0f";
 
     using platform::DevicePairingKinds;
@@ -41,18 +40,17 @@ namespace
         Load(TwoDevices());
         Watcher watcher;
         auto const custom = watcher.Devices().at(0).Pairing().Custom();
-        platformsOwn = ReplaceMethod(winrt::get_abi(custom), pairWithProtectionLevelAsync, &PairAsIfAllWereOffered);
+        platformsOwn = ReplaceMethod(winrt::get_abi(custom), pairWithProtectionLevelAsync, PairAsIfAllWereOffered);
     }
 
     // Pairs with a device of this kind, which agrees at once; the calls of its request.
     std::vector<std::string> PairWithKind(std::string const& kind)
     {
         Load(prompt + Device("Headset", address, "[device.pairing]\nduration-ms = 0\nkind = '" + kind + "'"));
-        auto const vorlink = MakeVorlink();
-        vorlink->SetLogEnabled(true);
+        auto const vorlink = MakeLoggingVorlink();
         vorlink->PairedDevice("Headset", Host::Callback);
         EXPECT_EQ(Host::Count(), 1u);
-        EXPECT_TRUE(SimulatorWaitIdle(20'000));
+        EXPECT_TRUE(WaitIdle());
         return Trace({"DevicePairingRequestedEventArgs."});
     }
 
@@ -71,13 +69,8 @@ namespace
         return "DevicePairingRequestedEventArgs.get_PairingKind(" + ClassicId(address) + ") -> " + kind;
     }
 
-    class KindNotOffered : public testing::TestWithParam<char const*>
-    {
-    };
-
-    class KindForAUser : public testing::TestWithParam<char const*>
-    {
-    };
+    using KindNotOffered = testing::TestWithParam<char const*>;
+    using KindForAUser = testing::TestWithParam<char const*>;
 
     std::string Kind(testing::TestParamInfo<char const*> const& test)
     {

@@ -15,15 +15,13 @@ using testing::SizeIs;
 
 namespace
 {
-    constexpr char ceremony[] = "SubVorlink::PairingDevice";
     constexpr char address[] = "a4:c1:38:5e:22:0f";
 
     void PairWithStatus(int status)
     {
         Load(prompt +
              Device("Headset", address, "[device.pairing]\nduration-ms = 0\nstatus = " + std::to_string(status)));
-        auto const vorlink = MakeVorlink();
-        vorlink->SetLogEnabled(true);
+        auto const vorlink = MakeLoggingVorlink();
         vorlink->PairedDevice("Headset", Host::Callback);
     }
 
@@ -39,9 +37,7 @@ namespace
         *stream << outcome.name;
     }
 
-    class CeremonyOutcome : public testing::TestWithParam<Outcome>
-    {
-    };
+    using CeremonyOutcome = testing::TestWithParam<Outcome>;
 
     constexpr Outcome outcomes[] = {
         {0, "Paired", 796},
@@ -118,23 +114,21 @@ TEST(CeremonyOutcome, NegativeStatusIsNeitherReportedNorRecorded)
 TEST(CeremonyOutcome, AlreadyPairedDeviceIsSentToThePlatformAllTheSame)
 {
     Load(prompt + Device("Headset", address, "is-paired = true\n[device.pairing]\nduration-ms = 0"));
-    auto const vorlink = MakeVorlink();
-    vorlink->SetLogEnabled(true);
+    auto const vorlink = MakeLoggingVorlink();
     vorlink->PairedDevice("Headset", Host::Callback);
     ASSERT_TRUE(Host::WaitFor(1));
     EXPECT_EQ(Host::At(0).paired, 0);
     EXPECT_EQ(Text(Host::At(0).name), "Headset");
     EXPECT_EQ(Text(Host::At(0).addressText), "a4c1385e220f");
-    ASSERT_TRUE(SimulatorWaitIdle(20'000));
+    ASSERT_TRUE(WaitIdle());
     EXPECT_THAT(LogOf(ceremony), ElementsAre(Record(818, ceremony, "181149781336591     paired success\n"),
                                              Record(825, ceremony, "DevicePairingResultStatus::AlreadyPaired")));
 }
 
 TEST(CeremonyOutcome, ReportComesBeforeTheStatusRecord)
 {
-    Load(prompt + Device("Headset", address, "[device.pairing]\nduration-ms = 0"));
-    auto const vorlink = MakeVorlink();
-    vorlink->SetLogEnabled(true);
+    Load(prompt + Device("Headset", address, pairsAtOnce));
+    auto const vorlink = MakeLoggingVorlink();
     vorlink->PairedDevice("Headset", KeepLogThenReport);
     ASSERT_EQ(Host::Count(), 1u);
     EXPECT_THAT(LogOf(ceremony, logAtReport), IsEmpty());
@@ -144,8 +138,7 @@ TEST(CeremonyOutcome, ReportComesBeforeTheStatusRecord)
 TEST(CeremonyOutcome, PairedSuccessRecordOfAlreadyPairedComesBeforeTheReport)
 {
     Load(prompt + Device("Headset", address, "[device.pairing]\nduration-ms = 0\nstatus = 'AlreadyPaired'"));
-    auto const vorlink = MakeVorlink();
-    vorlink->SetLogEnabled(true);
+    auto const vorlink = MakeLoggingVorlink();
     vorlink->PairedDevice("Headset", KeepLogThenReport);
     ASSERT_EQ(Host::Count(), 1u);
     EXPECT_THAT(LogOf(ceremony, logAtReport), SizeIs(1));

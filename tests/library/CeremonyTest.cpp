@@ -18,7 +18,7 @@ namespace
 
 TEST(Ceremony, CompleteOperationRunsWholeInsideTheCall)
 {
-    Load(prompt + Device("Headset", address, "[device.pairing]\nduration-ms = 0"));
+    Load(prompt + Device("Headset", address, pairsAtOnce));
     MakeVorlink()->PairedDevice("Headset", Host::Callback);
     ASSERT_EQ(Host::Count(), 1u);
     EXPECT_EQ(Host::ThreadOf(0), GetCurrentThreadId());
@@ -26,7 +26,7 @@ TEST(Ceremony, CompleteOperationRunsWholeInsideTheCall)
 
 TEST(Ceremony, ConfirmOnlyRequestIsAcceptedOnAPlatformThread)
 {
-    Load(prompt + Device("Headset", address, "[device.pairing]\nduration-ms = 0"));
+    Load(prompt + Device("Headset", address, pairsAtOnce));
     MakeVorlink()->PairedDevice("Headset", Host::Callback);
     for (auto const& line : TraceLines())
     {
@@ -84,10 +84,10 @@ TEST(Ceremony, LeavesNoneOfThePlatformsObjectsBehind)
     auto const vorlink = MakeVorlink();
     vorlink->PairedDevice("Headset", Host::Callback);
     ASSERT_TRUE(Host::WaitFor(1));
-    ASSERT_TRUE(SimulatorWaitIdle(20'000));
+    ASSERT_TRUE(WaitIdle());
     auto const first = SimulatorLiveObjects();
     vorlink->PairedDevice("Headset", Host::Callback);
     ASSERT_TRUE(Host::WaitFor(2));
-    ASSERT_TRUE(SimulatorWaitIdle(20'000));
+    ASSERT_TRUE(WaitIdle());
     EXPECT_TRUE(LiveObjectsFallTo(first)) << "each ceremony lets go of all that it took";
 }

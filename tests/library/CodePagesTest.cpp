@@ -12,7 +12,6 @@ using testing::ElementsAre;
 
 namespace
 {
-    constexpr char lookup[] = "SubVorlink::GetDeviceforName";
     constexpr wchar_t name[] = L"K\u00fcche";
     constexpr wchar_t identifier[] = L"Bluetooth#Bluetooth\u00fc-a4:c1:38:5e:22:0f";
 
@@ -32,8 +31,7 @@ namespace
         Load(prompt +
              Device(In(CP_UTF8, name), "a4:c1:38:5e:22:0f",
                     "[device.pairing]\nduration-ms = 0\n[device.classic]\nid = '" + In(CP_UTF8, identifier) + "'"));
-        auto const vorlink = MakeVorlink();
-        vorlink->SetLogEnabled(true);
+        auto const vorlink = MakeLoggingVorlink();
         vorlink->PairedDevice(requested, Host::Callback);
         EXPECT_EQ(Host::Count(), 1u);
         return Host::At(0);

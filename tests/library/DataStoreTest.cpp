@@ -8,8 +8,6 @@ using testing::Contains;
 
 namespace
 {
-    std::string const known = "Tag=" + std::string(tagAt) + "\n";
-
     // Through this object the store knows "Tag" by this piece; it does not know it when the piece is empty.
     void ExpectPiece(Vorlink& vorlink, std::string const& piece)
     {
@@ -30,31 +28,31 @@ TEST(DataStore, IsSharedByTheObjects)
 {
     auto const first = MakeVorlink();
     auto const second = MakeVorlink();
-    KnowLe(*first, known);
-    ExpectPiece(*second, tagAt);
+    KnowLe(*first, knownTag);
+    ExpectPiece(*second, tagAddress);
 }
 
 TEST(DataStore, IsSharedWithAnObjectMadeLater)
 {
     auto const first = MakeVorlink();
-    KnowLe(*first, known);
-    ExpectPiece(*MakeVorlink(), tagAt);
+    KnowLe(*first, knownTag);
+    ExpectPiece(*MakeVorlink(), tagAddress);
 }
 
 TEST(DataStore, StaysWhenTheObjectThatLoadedItIsReleased)
 {
     auto first = MakeVorlink();
     auto const second = MakeVorlink();
-    KnowLe(*first, known);
+    KnowLe(*first, knownTag);
     first.reset();
-    ExpectPiece(*second, tagAt);
+    ExpectPiece(*second, tagAddress);
 }
 
 TEST(DataStore, IsEmptiedForTheOneThatLoadedItByTheOther)
 {
     auto const first = MakeVorlink();
     auto const second = MakeVorlink();
-    KnowLe(*first, known);
+    KnowLe(*first, knownTag);
     EXPECT_TRUE(second->Uninitialize());
     ExpectPiece(*first, "");
 }
@@ -63,7 +61,7 @@ TEST(DataStore, IsEmptiedForTheOtherByTheOneThatLoadedIt)
 {
     auto const first = MakeVorlink();
     auto const second = MakeVorlink();
-    KnowLe(*first, known);
+    KnowLe(*first, knownTag);
     EXPECT_TRUE(first->Uninitialize());
     ExpectPiece(*second, "");
 }

@@ -11,14 +11,12 @@ using testing::Not;
 
 namespace
 {
-    constexpr char lookup[] = "SubVorlink::GetDeviceforName";
     constexpr char address[] = "a4:c1:38:5e:22:0f";
 
     bool Finds(std::string const& device, std::string const& name)
     {
-        Load(prompt + Device(device, address, "[device.pairing]\nduration-ms = 0"));
-        auto const vorlink = MakeVorlink();
-        vorlink->SetLogEnabled(true);
+        Load(prompt + Device(device, address, pairsAtOnce));
+        auto const vorlink = MakeLoggingVorlink();
         vorlink->PairedDevice(name, Host::Callback);
         EXPECT_EQ(Host::Count(), 1u);
         return Host::At(0).paired == 1;
@@ -69,8 +67,7 @@ TEST(NameLookup, LetterCaseCounts)
 TEST(NameLookup, PairedStateIsRecordedBehindCanPair)
 {
     Load(prompt + Device("Mouse", address, "can-pair = false\nis-paired = true\n[device.pairing]\nduration-ms = 0"));
-    auto const vorlink = MakeVorlink();
-    vorlink->SetLogEnabled(true);
+    auto const vorlink = MakeLoggingVorlink();
     vorlink->PairedDevice("Mouse", Host::Callback);
     EXPECT_THAT(
         Log(),
@@ -79,11 +76,9 @@ TEST(NameLookup, PairedStateIsRecordedBehindCanPair)
 
 TEST(NameLookup, FirstReportedDeviceOfTheNameWins)
 {
-    Load(prompt + Device("Other", "00:00:00:00:00:01") +
-         Device("Speaker", "00:00:00:00:00:02", "[device.pairing]\nduration-ms = 0") +
-         Device("Speaker", "00:00:00:00:00:03", "[device.pairing]\nduration-ms = 0"));
-    auto const vorlink = MakeVorlink();
-    vorlink->SetLogEnabled(true);
+    Load(prompt + Device("Other", "00:00:00:00:00:01") + Device("Speaker", "00:00:00:00:00:02", pairsAtOnce) +
+         Device("Speaker", "00:00:00:00:00:03", pairsAtOnce));
+    auto const vorlink = MakeLoggingVorlink();
     vorlink->PairedDevice("Speaker", Host::Callback);
     ASSERT_EQ(Host::Count(), 1u);
     EXPECT_EQ(Host::At(0).address, 2u);

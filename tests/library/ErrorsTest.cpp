@@ -1,12 +1,11 @@
 // Errors of the platform on the host's thread: they reach the host by their type, and nothing is left locked.
+#include "tests/support/CodeOf.h"
 #include "tests/support/Host.h"
 #include "tests/support/LogFile.h"
 #include "tests/support/Neighbourhood.h"
 #include "tests/support/Trace.h"
 
 #include <gmock/gmock.h>
-
-#include <winrt/base.h>
 
 #include <thread>
 
@@ -18,41 +17,30 @@ using testing::EndsWith;
 namespace
 {
     constexpr char address[] = "a4:c1:38:5e:22:0f";
-    constexpr std::int32_t code = static_cast<std::int32_t>(0x80070490);
 
     std::int32_t CodeOfPairing(Vorlink& vorlink, std::string const& name)
     {
-        try
-        {
-            vorlink.PairedDevice(name, Host::Callback);
-        }
-        catch (winrt::hresult_error const& error)
-        {
-            return error.code();
-        }
-        return 0;
+        return CodeOf([&] { vorlink.PairedDevice(name, Host::Callback); });
     }
 
-    class PlatformError : public testing::TestWithParam<char const*>
-    {
-    };
+    using PlatformError = testing::TestWithParam<char const*>;
 } // namespace
 
 TEST_P(PlatformError, ReachesTheHostWithItsCodeAndWithoutAReport)
 {
-    Load(prompt + Device("Headset", address, "[device.pairing]\nduration-ms = 0"));
-    ASSERT_TRUE(SimulateFailure(GetParam(), code)) << SimulatorLastError();
+    Load(prompt + Device("Headset", address, pairsAtOnce));
+    ASSERT_TRUE(SimulateFailure(GetParam(), platformCode)) << SimulatorLastError();
     auto const vorlink = MakeVorlink();
-    EXPECT_EQ(CodeOfPairing(*vorlink, "Headset"), code);
+    EXPECT_EQ(CodeOfPairing(*vorlink, "Headset"), platformCode);
     EXPECT_EQ(Host::Count(), 0u);
 }
 
 TEST_P(PlatformError, LeavesNothingLocked)
 {
-    Load(prompt + Device("Headset", address, "[device.pairing]\nduration-ms = 0"));
-    ASSERT_TRUE(SimulateFailure(GetParam(), code)) << SimulatorLastError();
+    Load(prompt + Device("Headset", address, pairsAtOnce));
+    ASSERT_TRUE(SimulateFailure(GetParam(), platformCode)) << SimulatorLastError();
     auto const vorlink = MakeVorlink();
-    EXPECT_EQ(CodeOfPairing(*vorlink, "Headset"), code);
+    EXPECT_EQ(CodeOfPairing(*vorlink, "Headset"), platformCode);
     // On another thread: a lock that the failed call kept would hang it.
     std::thread([&] { EXPECT_EQ(CodeOfPairing(*vorlink, "Headset"), 0); }).join();
     ASSERT_EQ(Host::Count(), 1u);
@@ -60,32 +48,25 @@ TEST_P(PlatformError, LeavesNothingLocked)
 }
 
 INSTANTIATE_TEST_SUITE_P(Discovery, PlatformError,
-                         testing::Values("DeviceInformation.CreateWatcherWithKindAqsFilterAndAdditionalProperties",
-                                         "DeviceWatcher.add_Added", "DeviceWatcher.add_Updated",
+                         testing::Values(createWatcher, "DeviceWatcher.add_Added", "DeviceWatcher.add_Updated",
                                          "DeviceWatcher.add_EnumerationCompleted", "DeviceWatcher.Start"),
-                         [](auto const& test) {
-                             std::string const method = test.param;
-                             return method.substr(method.rfind('.') + 1);
-                         });
+                         MethodName);
 
 // The lookup's own calls: the failed device is gone from the queue, and a second run reports it again.
 INSTANTIATE_TEST_SUITE_P(Lookup, PlatformError,
                          testing::Values("DeviceInformation.get_Name", "DeviceInformation.get_Pairing",
                                          "DeviceInformationPairing.get_IsPaired",
                                          "DeviceInformationPairing.get_CanPair", "DeviceInformation.get_Id"),
-                         [](auto const& test) {
-                             std::string const method = test.param;
-                             return method.substr(method.rfind('.') + 1);
-                         });
+                         MethodName);
 
 TEST(Errors, CallbackIsStoredBeforeAnythingFails)
 {
-    Load(prompt + Device("Headset", address, "[device.pairing]\nduration-ms = 'never'"));
+    Load(prompt + Device("Headset", address, pairsOnDemand));
     auto const vorlink = MakeVorlink();
     vorlink->PairedDevice("Headset", OtherHost::Callback);
     ASSERT_TRUE(WaitForCall("Accept("));
-    ASSERT_TRUE(SimulateFailure("DeviceInformation.CreateWatcherWithKindAqsFilterAndAdditionalProperties", code));
-    EXPECT_EQ(CodeOfPairing(*vorlink, "Headset"), code);
+    ASSERT_TRUE(SimulateFailure(createWatcher, platformCode));
+    EXPECT_EQ(CodeOfPairing(*vorlink, "Headset"), platformCode);
     ASSERT_TRUE(SimulatePairingCompletes(ClassicId(address).c_str(), 0)) << SimulatorLastError();
     ASSERT_TRUE(Host::WaitFor(1));
     EXPECT_EQ(OtherHost::Count(), 0u);
@@ -96,18 +77,17 @@ TEST(Errors, WatcherStoredBeforeTheFailureStaysStored)
     Load(prompt);
     auto const vorlink = MakeVorlink();
     auto const before = SimulatorLiveObjects();
-    ASSERT_TRUE(SimulateFailure("DeviceWatcher.Start", code));
-    EXPECT_EQ(CodeOfPairing(*vorlink, "Headset"), code);
+    ASSERT_TRUE(SimulateFailure("DeviceWatcher.Start", platformCode));
+    EXPECT_EQ(CodeOfPairing(*vorlink, "Headset"), platformCode);
     EXPECT_GT(SimulatorLiveObjects(), before);
 }
 
 TEST(Errors, EntryIsRecordedBeforeTheFailureAndNothingAfterIt)
 {
     Load(prompt);
-    auto const vorlink = MakeVorlink();
-    vorlink->SetLogEnabled(true);
-    ASSERT_TRUE(SimulateFailure("DeviceWatcher.Start", code));
-    EXPECT_EQ(CodeOfPairing(*vorlink, "Headset"), code);
+    auto const vorlink = MakeLoggingVorlink();
+    ASSERT_TRUE(SimulateFailure("DeviceWatcher.Start", platformCode));
+    EXPECT_EQ(CodeOfPairing(*vorlink, "Headset"), platformCode);
     EXPECT_THAT(Log(), ElementsAre(Record(1253, "SubVorlink::PairedDevice", "Call  Pair entry name ->Headset")));
 }
 
@@ -116,13 +96,13 @@ TEST(Errors, FailingUpdateIsReturnedToThePlatform)
     Load(prompt + Device("Headset", address));
     auto const vorlink = MakeVorlink();
     vorlink->PairedDevice("Nobody", Host::Callback);
-    ASSERT_TRUE(SimulatorWaitIdle(20'000));
+    ASSERT_TRUE(WaitIdle());
     // Nobody takes any more: what appears now stays at the front of the queue.
     auto const id = ClassicId(address);
     ASSERT_TRUE(SimulateDeviceLeaves(id.c_str())) << SimulatorLastError();
     ASSERT_TRUE(SimulateDeviceAppears(id.c_str())) << SimulatorLastError();
-    ASSERT_TRUE(SimulateFailure("DeviceInformationUpdate.get_Id", code)) << SimulatorLastError();
+    ASSERT_TRUE(SimulateFailure("DeviceInformationUpdate.get_Id", platformCode)) << SimulatorLastError();
     ASSERT_TRUE(SimulateDeviceChanges(id.c_str(), "System.ItemNameDisplay", "\"Other\"")) << SimulatorLastError();
-    ASSERT_TRUE(SimulatorWaitIdle(20'000));
+    ASSERT_TRUE(WaitIdle());
     EXPECT_THAT(Trace({"! DeviceWatcher.Updated"}), Contains(EndsWith(" -> 0x80070490")));
 }

@@ -50,6 +50,13 @@ namespace test
         TerminateProcess(GetCurrentProcess(), 6);
     }
 
+    // A callback that ends the process with a code of its own.
+    template <typename... Arguments>
+    void MustNotReport(Arguments...)
+    {
+        TerminateProcess(GetCurrentProcess(), 5);
+    }
+
     // Runs `body` in a process of its own, which the library has to end by a fail-fast with this code.
     template <typename Body>
     void ExpectFailFast(std::int32_t code, Body body)

@@ -4,6 +4,7 @@
 #include "tests/support/LogFile.h"
 #include "tests/support/Neighbourhood.h"
 #include "tests/support/ProcessEnd.h"
+#include "tests/support/Trace.h"
 
 #include <gmock/gmock.h>
 
@@ -16,24 +17,16 @@ using testing::IsEmpty;
 namespace
 {
     constexpr char address[] = "a4:c1:38:5e:22:0f";
-    constexpr auto code = static_cast<std::int32_t>(0x80070490);
-
-    // Ends the process with a code of its own if a report gets out.
-    void MustNotReport(PairReport)
-    {
-        TerminateProcess(GetCurrentProcess(), 5);
-    }
 
     // Begins a pairing whose records the test can read.
     void BeginPairing(std::filesystem::path const& directory, std::string const& pairing, char const* failing = nullptr)
     {
         std::filesystem::current_path(directory);
         Load(prompt + Device("Headset", address, "[device.pairing]\n" + pairing));
-        auto const vorlink = MakeVorlink();
-        vorlink->SetLogEnabled(true);
+        auto const vorlink = MakeLoggingVorlink();
         if (failing)
         {
-            SimulateFailure(failing, code);
+            SimulateFailure(failing, platformCode);
         }
         vorlink->PairedDevice("Headset", MustNotReport);
     }
@@ -44,28 +37,20 @@ namespace
         EXPECT_THAT(LogOf("SubVorlink::PairingDevice"), IsEmpty());
     }
 
-    class FailFast : public testing::TestWithParam<char const*>
-    {
-    };
-
-    std::string MethodName(testing::TestParamInfo<char const*> const& test)
-    {
-        std::string const method = test.param;
-        return method.substr(method.rfind('.') + 1);
-    }
+    using FailFast = testing::TestWithParam<char const*>;
 } // namespace
 
 TEST_P(FailFast, EndsTheProcessWhenTheOperationIsAlreadyComplete)
 {
     auto const directory = DirectoryOfTheTest();
-    ExpectFailFast(code, [&] { BeginPairing(directory, "duration-ms = 0", GetParam()); });
+    ExpectFailFast(platformCode, [&] { BeginPairing(directory, "duration-ms = 0", GetParam()); });
     ExpectNoRecordOfTheCeremony();
 }
 
 TEST_P(FailFast, EndsTheProcessWhenTheOperationCompletesLater)
 {
     auto const directory = DirectoryOfTheTest();
-    ExpectFailFast(code, [&] { BeginPairing(directory, "duration-ms = 20", GetParam()); });
+    ExpectFailFast(platformCode, [&] { BeginPairing(directory, "duration-ms = 20", GetParam()); });
     ExpectNoRecordOfTheCeremony();
 }
 
@@ -79,10 +64,10 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(FailFastOperation, ThatEndsInErrorEndsTheProcess)
 {
     auto const directory = DirectoryOfTheTest();
-    ExpectFailFast(code, [&] {
+    ExpectFailFast(platformCode, [&] {
         BeginPairing(directory, "duration-ms = 'never'");
         WaitForCall("Accept(");
-        SimulatePairingFails(ClassicId(address).c_str(), code);
+        SimulatePairingFails(ClassicId(address).c_str(), platformCode);
     });
     ExpectNoRecordOfTheCeremony();
 }
@@ -112,8 +97,8 @@ TEST(FailFastOperation, EndsTheProcessByThePlatformsOwnFailFast)
 
 TEST(FailFastHandler, ErrorOfTheRequestHandlerIsReturnedToThePlatformAndEndsNothing)
 {
-    Load(prompt + Device("Headset", address, "[device.pairing]\nduration-ms = 0"));
-    ASSERT_TRUE(SimulateFailure("DevicePairingRequestedEventArgs.Accept", code));
+    Load(prompt + Device("Headset", address, pairsAtOnce));
+    ASSERT_TRUE(SimulateFailure("DevicePairingRequestedEventArgs.Accept", platformCode));
     MakeVorlink()->PairedDevice("Headset", Host::Callback);
     ASSERT_TRUE(Host::WaitFor(1));
     EXPECT_EQ(Host::At(0).paired, 0); // the platform took the request for rejected

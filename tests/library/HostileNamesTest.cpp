@@ -12,15 +12,12 @@ using testing::ElementsAre;
 
 namespace
 {
-    constexpr char paired[] = "SubVorlink::PairedDevice";
-    constexpr char lookup[] = "SubVorlink::GetDeviceforName";
     constexpr char address[] = "a4:c1:38:5e:22:0f";
 
     std::vector<std::string> PairLogged(std::string const& scenario, std::string const& name)
     {
         Load(scenario);
-        auto const vorlink = MakeVorlink();
-        vorlink->SetLogEnabled(true);
+        auto const vorlink = MakeLoggingVorlink();
         vorlink->PairedDevice(name, Host::Callback);
         EXPECT_TRUE(Host::WaitFor(1));
         return Log();
@@ -30,8 +27,8 @@ namespace
 TEST(HostileNames, RequestedNameIsTheFormatOfItsRecord)
 {
     auto const log = PairLogged(prompt, "100%% wool");
-    EXPECT_THAT(log, ElementsAre(Record(1253, paired, "Call  Pair entry name ->100%% wool"),
-                                 Record(399, lookup, "100% wool"), Record(1260, paired, "Not Found dest  device")));
+    EXPECT_THAT(log, ElementsAre(Record(1253, pairByName, "Call  Pair entry name ->100%% wool"),
+                                 Record(399, lookup, "100% wool"), Record(1260, pairByName, "Not Found dest  device")));
     EXPECT_EQ(Text(Host::At(0).name), "100%% wool");
 }
 
@@ -39,8 +36,8 @@ TEST(HostileNames, ConversionsInTheRequestedNameReadNoMemory)
 {
     std::string const name = "%s%s%n%p%100000d%x";
     auto const log = PairLogged(prompt, name);
-    EXPECT_THAT(log, ElementsAre(Record(1253, paired, "Call  Pair entry name ->" + name), Record(399, lookup, name),
-                                 Record(1260, paired, "Not Found dest  device")));
+    EXPECT_THAT(log, ElementsAre(Record(1253, pairByName, "Call  Pair entry name ->" + name), Record(399, lookup, name),
+                                 Record(1260, pairByName, "Not Found dest  device")));
 }
 
 TEST(HostileNames, CandidatesNameIsNeverInterpreted)
@@ -53,7 +50,7 @@ TEST(HostileNames, CandidatesNameIsNeverInterpreted)
 TEST(HostileNames, DeviceWithConversionsInItsNameIsPaired)
 {
     std::string const name = "%s%n%d";
-    PairLogged(prompt + Device(name, address, "[device.pairing]\nduration-ms = 0"), name);
+    PairLogged(prompt + Device(name, address, pairsAtOnce), name);
     EXPECT_EQ(Host::At(0).paired, 1);
     EXPECT_EQ(Text(Host::At(0).name), name);
 }

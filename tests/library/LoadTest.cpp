@@ -8,6 +8,8 @@
 #include <array>
 #include <cstdio>
 
+using namespace test;
+
 namespace
 {
     // The library loads, makes an object, and is gone again.
@@ -15,11 +17,7 @@ namespace
     {
         HMODULE const module = LoadLibraryW(L"vorlink.dll");
         ASSERT_TRUE(module);
-        using Factory = std::unique_ptr<Vorlink> (*)();
-        auto const factory =
-            reinterpret_cast<Factory>(reinterpret_cast<void*>(GetProcAddress(module, "getVorlinkPtr")));
-        ASSERT_TRUE(factory);
-        factory()->Uninitialize();
+        MakeVorlink(module)->Uninitialize();
         ASSERT_TRUE(FreeLibrary(module));
         ASSERT_FALSE(GetModuleHandleW(L"vorlink.dll"));
     }

@@ -13,17 +13,17 @@ using namespace test;
 using testing::Each;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::SizeIs;
 
 namespace
 {
-    constexpr char lookup[] = "SubVorlink::GetDeviceforName";
 
     void Rename(char const* address, std::string const& name)
     {
         ASSERT_TRUE(
             SimulateDeviceChanges(ClassicId(address).c_str(), "System.ItemNameDisplay", ("\"" + name + "\"").c_str()))
             << SimulatorLastError();
-        ASSERT_TRUE(SimulatorWaitIdle(20'000));
+        ASSERT_TRUE(WaitIdle());
     }
 
     // "First" and "Second" in the queue of an ended run, whose watcher goes on, and nobody to take them.
@@ -37,7 +37,7 @@ namespace
         {
             EXPECT_TRUE(SimulateDeviceAppears(ClassicId(address).c_str())) << SimulatorLastError();
         }
-        EXPECT_TRUE(SimulatorWaitIdle(20'000));
+        EXPECT_TRUE(WaitIdle());
         return vorlink;
     }
 
@@ -48,7 +48,7 @@ namespace
         {
             ASSERT_TRUE(SimulateDeviceLeaves(ClassicId(address).c_str())) << SimulatorLastError();
         }
-        ASSERT_TRUE(SimulatorWaitIdle(20'000));
+        ASSERT_TRUE(WaitIdle());
         vorlink.SetLogEnabled(true);
         vorlink.PairedDevice(name, Host::Callback);
         ASSERT_EQ(Host::Count(), 1u);
@@ -96,7 +96,7 @@ TEST(LookupUpdate, OfTheSecondDeviceChangesNothing)
 {
     auto const vorlink = QueueTwo();
     Rename(secondAddress, "Renamed");
-    ASSERT_THAT(Trace({"! DeviceWatcher.Updated(#1, " + ClassicId(secondAddress)}), testing::SizeIs(1));
+    ASSERT_THAT(Trace({"! DeviceWatcher.Updated(#1, " + ClassicId(secondAddress)}), SizeIs(1));
     EXPECT_THAT(Trace({"DeviceInformation.Update("}), IsEmpty());
     LookInTheQueue(*vorlink, "Renamed");
     EXPECT_THAT(Tested(), ElementsAre(Record(416, lookup, "First"), Record(416, lookup, "Second")));
@@ -106,8 +106,7 @@ TEST(LookupUpdate, OfTheSecondDeviceChangesNothing)
 TEST(LookupUpdate, WithNothingQueuedWakesTheLookupWhichTestsTheDeviceThatItHoldsAgain)
 {
     Load(patient + Device("First", firstAddress));
-    auto const vorlink = MakeVorlink();
-    vorlink->SetLogEnabled(true);
+    auto const vorlink = MakeLoggingVorlink();
     std::thread caller([&] { vorlink->PairedDevice("Nobody", Host::Callback); });
     EXPECT_TRUE(WaitForCall("DeviceInformation.get_Name("));
     EXPECT_TRUE(RenameUntilTested(2));

@@ -21,7 +21,7 @@ TEST(PairByNameRun, BlocksUntilTheEnumerationCompletes)
     auto const vorlink = MakeVorlink();
     std::thread caller([&] { vorlink->PairedDevice("Nobody", Host::Callback); });
     ASSERT_TRUE(WaitForCall("DeviceWatcher.Start(#1)"));
-    ASSERT_TRUE(SimulatorWaitIdle(20'000));
+    ASSERT_TRUE(WaitIdle());
     EXPECT_EQ(Host::Count(), 0u);
     SimulateEnumerationCompletes();
     ASSERT_TRUE(Host::WaitFor(1));
@@ -43,11 +43,10 @@ TEST(PairByNameRun, FindsADeviceThatAppearsWhileItWaits)
 TEST(PairByNameRun, DevicesOfAnEarlierRunAreTakenFirst)
 {
     // The first lookup takes one of two devices of the name; the second finds the one left over.
-    Load(prompt + Device("Headset", address, "[device.pairing]\nduration-ms = 0") +
-         Device("Headset", "a4:c1:38:5e:22:10", "[device.pairing]\nduration-ms = 0"));
+    Load(prompt + Device("Headset", address, pairsAtOnce) + Device("Headset", "a4:c1:38:5e:22:10", pairsAtOnce));
     auto const vorlink = MakeVorlink();
     vorlink->PairedDevice("Headset", Host::Callback);
-    ASSERT_TRUE(SimulatorWaitIdle(20'000));
+    ASSERT_TRUE(WaitIdle());
     ASSERT_TRUE(SimulateDeviceLeaves(ClassicId("a4:c1:38:5e:22:10").c_str())) << SimulatorLastError();
     vorlink->PairedDevice("Headset", Host::Callback);
     ASSERT_TRUE(Host::WaitFor(2));
@@ -57,7 +56,7 @@ TEST(PairByNameRun, DevicesOfAnEarlierRunAreTakenFirst)
 
 TEST(PairByNameRun, DoesNotStopItsWatcher)
 {
-    Load(prompt + Device("Headset", address, "[device.pairing]\nduration-ms = 0"));
+    Load(prompt + Device("Headset", address, pairsAtOnce));
     auto const vorlink = MakeVorlink();
     vorlink->PairedDevice("Headset", Host::Callback);
     vorlink->PairedDevice("Headset", Host::Callback);

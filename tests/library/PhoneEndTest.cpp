@@ -18,52 +18,29 @@ using testing::IsEmpty;
 namespace
 {
     using Clock = std::chrono::steady_clock;
-    using std::chrono::milliseconds;
     using std::chrono::seconds;
 
-    constexpr seconds life{25};
+    constexpr seconds life(25);
 
     // Beyond any delay of a busy machine, below the limit of a test.
-    constexpr seconds late{40};
+    constexpr seconds late(40);
 
-    // The log cannot be waited for: it is looked at until the record is there as often.
-    bool LogHolds(std::string const& record, Clock::time_point limit, std::ptrdiff_t times = 1)
+    bool LogComesToHold(std::string const& record, Clock::time_point limit, std::ptrdiff_t times = 1)
     {
-        for (;;)
-        {
-            auto const log = Log();
-            if (std::count(log.begin(), log.end(), record) >= times)
-            {
-                return true;
-            }
-            if (Clock::now() > limit)
-            {
-                return false;
-            }
-            std::this_thread::sleep_for(milliseconds(5));
-        }
-    }
-
-    // The library is unloaded when its last thread has left it.
-    bool IsUnloadedBy(Clock::time_point limit)
-    {
-        while (GetModuleHandleW(L"vorlink.dll"))
-        {
-            if (Clock::now() > limit)
-            {
-                return false;
-            }
-            std::this_thread::sleep_for(milliseconds(5));
-        }
-        return true;
+        return WaitUntil(
+            [&] {
+                auto const log = Log();
+                return std::count(log.begin(), log.end(), record) >= times;
+            },
+            limit - Clock::now());
     }
 
     HANDLE endThread = nullptr;
 
-    HANDLE WINAPI KeptThread(LPSECURITY_ATTRIBUTES attributes, SIZE_T stack, LPTHREAD_START_ROUTINE start,
-                             LPVOID argument, DWORD flags, LPDWORD id)
+    HANDLE WINAPI KeptThread(SECURITY_ATTRIBUTES* security, SIZE_T stack, LPTHREAD_START_ROUTINE body, void* argument,
+                             DWORD flags, DWORD* id)
     {
-        HANDLE const thread = CreateThread(attributes, stack, start, argument, flags, id);
+        HANDLE const thread = CreateThread(security, stack, body, argument, flags, id);
         DuplicateHandle(GetCurrentProcess(), thread, GetCurrentProcess(), &endThread, 0, FALSE, DUPLICATE_SAME_ACCESS);
         return thread;
     }
@@ -78,7 +55,7 @@ TEST(SlowPhoneWatcher, IsEndedAfter25Seconds)
 {
     auto const start = Clock::now();
     auto const vorlink = Watching(Device("Ana", addressA));
-    ASSERT_TRUE(LogHolds(StopRecord(1), start + late));
+    ASSERT_TRUE(LogComesToHold(StopRecord(1), start + late));
     EXPECT_GE(Clock::now() - start, life);
     EXPECT_THAT(Log(), ElementsAre(AddedRecord("Ana"), exitRecord, StopRecord(1)));
     EXPECT_THAT(WithoutTokens(Trace({"DeviceWatcher.remove_", "DeviceWatcher.Stop("})),
@@ -90,12 +67,12 @@ TEST(SlowPhoneWatcher, IsEndedAfter25Seconds)
 
 TEST(SlowPhoneWatcher, CompletedBeforeIsStillSpokenOfAfter25SecondsAndNotStoppedAgain)
 {
-    ReplaceImport(LibraryModule(), "CreateThread", &KeptThread);
+    ReplaceImport(LibraryModule(), "CreateThread", KeptThread);
     Load(prompt + Device("Ana", addressA));
-    auto const vorlink = LoggingVorlink();
+    auto const vorlink = MakeLoggingVorlink();
     auto const start = Clock::now();
     EXPECT_TRUE(vorlink->StartIosWatcher(Phones::Callback));
-    ASSERT_TRUE(LogHolds(StopRecord(1), start + patience));
+    ASSERT_TRUE(LogComesToHold(StopRecord(1), start + patience));
     EXPECT_LT(Clock::now() - start, life);
     SimulatorClearTrace();
     ASSERT_EQ(WaitForSingleObject(endThread, 40'000), WAIT_OBJECT_0);
@@ -115,7 +92,7 @@ TEST(SlowPhoneWatcher, ThreadOfAnEarlierStartEndsTheNext)
     ASSERT_TRUE(SimulatorWaitForTrace("DeviceWatcher.Stop(#2)", 1, 40'000));
     EXPECT_GE(Clock::now() - first, life);
     EXPECT_LT(Clock::now() - second, life) << "its own thread comes later";
-    ASSERT_TRUE(LogHolds(StopRecord(1), first + late, 2));
+    ASSERT_TRUE(LogComesToHold(StopRecord(1), first + late, 2));
     EXPECT_THAT(Log(), ElementsAre(AddedRecord("Ana"), StopRecord(1), AddedRecord("Ana"), exitRecord, StopRecord(1)));
 }
 
@@ -126,16 +103,16 @@ TEST(SlowPhoneWatcher, LibraryThatTheHostUnloadsStaysUntilTheThreadHasEndedIt)
     ASSERT_TRUE(module);
     auto const start = Clock::now();
     {
-        auto const factory = GetProcAddress(module, "getVorlinkPtr");
-        auto const vorlink = reinterpret_cast<std::unique_ptr<Vorlink> (*)()>(reinterpret_cast<void*>(factory))();
+        auto const vorlink = MakeVorlink(module);
         vorlink->SetLogEnabled(true);
         EXPECT_TRUE(vorlink->StartIosWatcher(Phones::Callback));
     }
     ASSERT_TRUE(Phones::WaitFor(1));
-    ASSERT_TRUE(SimulatorWaitIdle(20'000));
+    ASSERT_TRUE(WaitIdle());
     ASSERT_TRUE(FreeLibrary(module));
     EXPECT_TRUE(GetModuleHandleW(L"vorlink.dll")) << "its thread is under way";
-    ASSERT_TRUE(IsUnloadedBy(start + late));
+    ASSERT_TRUE(WaitUntil([] { return !GetModuleHandleW(L"vorlink.dll"); }, start + late - Clock::now()))
+        << "its last thread has not left it";
     EXPECT_GE(Clock::now() - start, life);
     EXPECT_THAT(Log(), ElementsAre(AddedRecord("Ana"), exitRecord, StopRecord(1)));
     EXPECT_TRUE(LiveObjectsFallTo(0));

@@ -17,17 +17,9 @@ namespace
         return method.replace(method.rfind('.'), 1, "_");
     }
 
-    class AtAdded : public testing::TestWithParam<char const*>
-    {
-    };
-
-    class AtUpdated : public testing::TestWithParam<char const*>
-    {
-    };
-
-    class AtRemoved : public testing::TestWithParam<char const*>
-    {
-    };
+    using AtAdded = testing::TestWithParam<char const*>;
+    using AtUpdated = testing::TestWithParam<char const*>;
+    using AtRemoved = testing::TestWithParam<char const*>;
 } // namespace
 
 TEST_P(AtAdded, EndsTheProcessUnreported)
@@ -37,8 +29,7 @@ TEST_P(AtAdded, EndsTheProcessUnreported)
         std::filesystem::current_path(directory);
         Load(patient + Device("Ana", addressA));
         SimulateFailure(GetParam(), platformCode);
-        LoggingVorlink()->StartIosWatcher(
-            [](wchar_t const*, std::uint32_t) { TerminateProcess(GetCurrentProcess(), 5); });
+        MakeLoggingVorlink()->StartIosWatcher(MustNotReport);
     });
     EXPECT_FALSE(LogExists());
 }
@@ -104,7 +95,7 @@ TEST(PhoneFailFast, NullCallbackEndsTheProcessAtTheFirstReportAlone)
             Load(patient + Device("Ana", addressA, "is-paired = true") +
                  Device("Ben", addressB, "appears-ms = 'never'"));
             MakeVorlink()->StartIosWatcher(nullptr);
-            SimulatorWaitIdle(20'000) || TerminateProcess(GetCurrentProcess(), 5);
+            WaitIdle() || TerminateProcess(GetCurrentProcess(), 5);
             SimulateDeviceAppears(idB.c_str());
             OutliveTheError();
         },

@@ -1,6 +1,7 @@
 // A host that watches for phones.
 #pragma once
 
+#include "tests/support/CodeOf.h"
 #include "tests/support/Host.h"
 #include "tests/support/LogFile.h"
 #include "tests/support/Neighbourhood.h"
@@ -8,8 +9,6 @@
 #include "tests/support/Trace.h"
 
 #include <gmock/gmock.h>
-
-#include <winrt/base.h>
 
 #include <string>
 #include <vector>
@@ -23,10 +22,6 @@ namespace test
     inline std::string const idB = ClassicId(addressB);
     inline std::string const idC = ClassicId(addressC);
 
-    inline constexpr auto platformCode = static_cast<std::int32_t>(0x80070490);
-    inline constexpr auto illegalMethodCall = static_cast<std::int32_t>(0x8000000E);
-    inline constexpr char search[] = "SubVorlink::IosPairedDevicce";
-
     inline std::string StopRecord(int size)
     {
         return Record(87, "StopIosWatcher", "entry StopIosWatcher  " + std::to_string(size) + " ");
@@ -39,20 +34,13 @@ namespace test
         return Record(111, "OnDeviceAdded", "OnDeviceAdded    name = " + name + " ");
     }
 
-    inline std::unique_ptr<Vorlink> LoggingVorlink()
-    {
-        auto vorlink = MakeVorlink();
-        vorlink->SetLogEnabled(true);
-        return vorlink;
-    }
-
     // A watcher that has reported all that is there, its enumeration not complete.
     inline std::unique_ptr<Vorlink> Watching(std::string const& devices)
     {
         Load(patient + devices);
-        auto vorlink = LoggingVorlink();
+        auto vorlink = MakeLoggingVorlink();
         EXPECT_TRUE(vorlink->StartIosWatcher(Phones::Callback));
-        EXPECT_TRUE(SimulatorWaitIdle(20'000));
+        EXPECT_TRUE(WaitIdle());
         return vorlink;
     }
 
@@ -61,7 +49,7 @@ namespace test
     {
         SimulatorHoldEvents();
         ASSERT_TRUE(SimulateDeviceAppears(id.c_str())) << SimulatorLastError();
-        ASSERT_TRUE(WaitForCall(("! DeviceWatcher.Added(#1, " + id + ")").c_str()));
+        ASSERT_TRUE(WaitForCall("! DeviceWatcher.Added(#1, " + id + ")"));
     }
 
     // The names of the endpoints that the library keeps, in their order: those that a search for none of them visits.
@@ -84,23 +72,17 @@ namespace test
         return names;
     }
 
-    // The code of the platform's error that leaves a call; 0 when none does.
-    template <typename Action>
-    std::int32_t CodeOf(Action action)
-    {
-        try
-        {
-            action();
-        }
-        catch (winrt::hresult_error const& error)
-        {
-            return error.code();
-        }
-        return 0;
-    }
-
     inline std::int32_t CodeOfStart(Vorlink& vorlink)
     {
         return CodeOf([&] { vorlink.StartIosWatcher(Phones::Callback); });
+    }
+
+    inline std::string const twoPhones = Device("Ana", addressA) + Device("Ben", addressB);
+
+    // Another arrival of one that is there.
+    inline void Repeat(std::string const& id)
+    {
+        ASSERT_TRUE(SimulateDeviceRepeats(id.c_str())) << SimulatorLastError();
+        ASSERT_TRUE(WaitIdle());
     }
 } // namespace test

@@ -9,6 +9,7 @@
 #include <windows.h>
 
 using namespace test;
+using testing::ElementsAre;
 
 namespace
 {
@@ -56,9 +57,7 @@ namespace
         bool known;
     };
 
-    class UiLanguage : public testing::TestWithParam<Answer>
-    {
-    };
+    using UiLanguage = testing::TestWithParam<Answer>;
 
     constexpr Answer answers[] = {
         {0x0809, true}, {0x0409, true}, {0x0804, true}, {0x0413, false}, {0x0C09, false}, {0x0009, false},
@@ -96,8 +95,7 @@ TEST(Initialize, ReadsTheFileAgainAtEachCall)
 TEST(Initialize, AndUninitializeWriteNoRecord)
 {
     WriteStore("AA=BB\n");
-    auto const vorlink = MakeVorlink();
-    vorlink->SetLogEnabled(true);
+    auto const vorlink = MakeLoggingVorlink();
     Initialize(*vorlink);
     EXPECT_TRUE(vorlink->Uninitialize());
     EXPECT_FALSE(LogExists());
@@ -116,7 +114,7 @@ TEST(Initialize, MakesTheConsoleUtf8AndThenAsksForTheLanguage)
     ReplaceImport(LibraryModule(), "GetUserDefaultUILanguage", NoteLanguage);
     WriteStore("AA=BB\n");
     EXPECT_EQ(Initialize(*MakeVorlink()), "AA:BB\r\n") << "whether or not there is a console";
-    EXPECT_THAT(calls, testing::ElementsAre("SetConsoleOutputCP 65001", "GetUserDefaultUILanguage"));
+    EXPECT_THAT(calls, ElementsAre("SetConsoleOutputCP 65001", "GetUserDefaultUILanguage"));
 }
 
 TEST(Initialize, ReadsTheStoreBetweenTheConsolesCodePageAndTheLanguage)

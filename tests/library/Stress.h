@@ -23,9 +23,9 @@
 namespace test
 {
     // What a test counts. A failure is what a sound library never does.
-    inline std::atomic<int> rounds{0};
-    inline std::atomic<int> events{0};
-    inline std::atomic<int> failures{0};
+    inline std::atomic<int> rounds = 0;
+    inline std::atomic<int> events = 0;
+    inline std::atomic<int> failures = 0;
 
     class Stress : public testing::Test
     {
@@ -34,7 +34,7 @@ namespace test
         {
             begin = std::chrono::steady_clock::now();
             SetUnhandledExceptionFilter(DieOfException);
-            ReplaceImport(LibraryModule(), "abort", &DieOfAbort);
+            ReplaceImport(LibraryModule(), "abort", DieOfAbort);
         }
 
         ~Stress() override
@@ -113,7 +113,7 @@ namespace test
     public:
         static void Watch()
         {
-            ReplaceImport(LibraryModule(), "CreateThread", &Start);
+            ReplaceImport(LibraryModule(), "CreateThread", Start);
         }
 
         // False when some have not ended in time.

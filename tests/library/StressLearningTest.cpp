@@ -2,6 +2,7 @@
 #include "tests/library/Stress.h"
 #include "tests/support/CapturedOutput.h"
 #include "tests/support/Neighbourhood.h"
+#include "tests/support/StandIns.h"
 
 #include <gmock/gmock.h>
 
@@ -13,18 +14,17 @@
 #include <sstream>
 
 using namespace test;
+using testing::AllOf;
+using testing::EndsWith;
+using testing::IsEmpty;
+using testing::IsSubsetOf;
+using testing::Not;
 
 namespace
 {
     constexpr char addressA[] = "c1:d2:e3:f4:a5:0a";
     constexpr char addressB[] = "c1:d2:e3:f4:a5:0b";
     constexpr int loaded = 1'000;
-
-    // The lookup's own 3.7 seconds of waiting, in as many steps.
-    void WINAPI SleepShortly(DWORD)
-    {
-        Sleep(0);
-    }
 
     // Two threads that go on at the same moment. A library that lets one do its work at a time keeps it waiting in
     // vain.
@@ -50,7 +50,7 @@ namespace
     // A listing of devices that nobody has seen before, written where the command line sends it.
     UINT WINAPI WriteListing(char const* command, UINT)
     {
-        static std::atomic<int> pieces{0};
+        static std::atomic<int> pieces = 0;
         std::string const line = command;
         std::ofstream listing(line.substr(line.find('>') + 1), std::ios::binary);
         for (int device = 0; device < 200; ++device)
@@ -77,7 +77,7 @@ namespace
         // Two devices that pair at once, and a store that holds many others.
         void Prepare()
         {
-            std::string const pairs = "[device.pairing]\nduration-ms = 0";
+            std::string const pairs = pairsAtOnce;
             Load(prompt + Device("A", addressA, pairs) + Device("B", addressB, pairs));
             std::ofstream store("MyLEData", std::ios::binary);
             for (int index = 0; index < loaded; ++index)
@@ -85,8 +85,8 @@ namespace
                 store << Key(index) << "=Value " << index << '\n';
             }
             store.close();
-            ReplaceImport(LibraryModule(), "Sleep", &SleepShortly);
-            ReplaceImport(LibraryModule(), "WinExec", &WriteListing);
+            ReplaceImport(LibraryModule(), "Sleep", SleepShortly);
+            ReplaceImport(LibraryModule(), "WinExec", WriteListing);
             LibraryThreads::Watch();
             vorlink = MakeVorlink();
             vorlink->Initialize();
@@ -156,8 +156,8 @@ TEST_F(StressLearning, TwoLookupsAtATimeLoseNothing)
         failures += keys.erase(Key(index)) == 1 ? 0 : 1;
     }
     EXPECT_EQ(failures, 0) << "lines that are cut or double, and devices that are lost";
-    EXPECT_THAT(keys, testing::AllOf(testing::Not(testing::IsEmpty()), testing::IsSubsetOf({"A", "B"})));
-    EXPECT_THAT(store, testing::EndsWith("\n"));
+    EXPECT_THAT(keys, AllOf(Not(IsEmpty()), IsSubsetOf({"A", "B"})));
+    EXPECT_THAT(store, EndsWith("\n"));
 }
 
 TEST_F(StressLearning, LookupGoesOnBesideTheHostsReadingAndEmptying)

@@ -48,9 +48,7 @@ namespace
         ++events;
     }
 
-    class StressName : public Stress
-    {
-    };
+    using StressName = Stress;
 } // namespace
 
 TEST_F(StressName, OfEachReportIsWhollyOneOfTheTwo)
@@ -63,17 +61,17 @@ TEST_F(StressName, OfEachReportIsWhollyOneOfTheTwo)
                                ids[device] + "'");
     }
     Load(scenario);
-    ReplaceImport(LibraryModule(), "memcpy", &CopyByHalves);
+    ReplaceImport(LibraryModule(), "memcpy", CopyByHalves);
     auto const vorlink = MakeVorlink();
     ASSERT_TRUE(vorlink->StartIosWatcher([](wchar_t const*, std::uint32_t) {}));
-    ASSERT_TRUE(SimulatorWaitIdle(20'000));
+    ASSERT_TRUE(WaitIdle());
 
     // As soon as a device has a pairing pending it ends.
-    std::atomic<bool> isOver{false};
+    std::atomic<bool> isOver = false;
     std::thread platform([&] {
         while (!isOver)
         {
-            for (auto const id : ids)
+            for (auto const* const id : ids)
             {
                 SimulatePairingCompletes(id, notReadyToPair);
             }

@@ -1,97 +1,14 @@
-// A crowd of phones that comes, changes and goes while the platform tells of several at a time.
-#include "tests/library/PhoneHost.h"
-#include "tests/library/Stress.h"
+// The phone watcher under a crowd: it keeps those who are there, whatever the host does meanwhile.
+#include "tests/library/Crowd.h"
 
 #include <algorithm>
-#include <array>
 #include <thread>
 
 using namespace test;
 
 namespace
 {
-    constexpr auto outOfBounds = static_cast<std::int32_t>(0x8000000B);
-
-    class Crowd
-    {
-    public:
-        static std::string Scenario()
-        {
-            std::string scenario = patient + "event-threads = 4\n";
-            for (int index = 0; index < size; ++index)
-            {
-                scenario += Device(NameOf(index, false), AddressOf(index), "appears-ms = 'never'");
-            }
-            return scenario;
-        }
-
-        // Some that come, change or go, at once; then waits until the library has heard of it all.
-        void Move(int count, int (*random)(int))
-        {
-            for (int move = 0; move < count; ++move)
-            {
-                Move(random(size - 1), random(2) == 0);
-            }
-            EXPECT_TRUE(SimulatorWaitIdle(20'000));
-            events += static_cast<int>(Trace({"! DeviceWatcher."}).size());
-            SimulatorClearTrace();
-        }
-
-        std::vector<std::string> Present() const
-        {
-            std::vector<std::string> names;
-            for (int index = 0; index < size; ++index)
-            {
-                auto const& phone = phones[static_cast<std::size_t>(index)];
-                if (phone.present)
-                {
-                    names.push_back(NameOf(index, phone.renamed));
-                }
-            }
-            return names;
-        }
-
-    private:
-        static constexpr int size = 8;
-
-        struct State
-        {
-            bool present = false;
-            bool renamed = false;
-        };
-
-        std::array<State, size> phones;
-
-        static std::string NameOf(int index, bool renamed)
-        {
-            return (renamed ? "Renamed " : "Phone ") + std::to_string(index);
-        }
-
-        static std::string AddressOf(int index)
-        {
-            return "a4:c1:38:00:00:0" + std::to_string(index);
-        }
-
-        void Move(int index, bool renames)
-        {
-            auto& phone = phones[static_cast<std::size_t>(index)];
-            auto const id = ClassicId(AddressOf(index));
-            if (renames)
-            {
-                phone.renamed = !phone.renamed;
-                auto const name = "\"" + NameOf(index, phone.renamed) + "\"";
-                EXPECT_TRUE(SimulateDeviceChanges(id.c_str(), "System.ItemNameDisplay", name.c_str()));
-            }
-            else
-            {
-                phone.present = !phone.present;
-                EXPECT_TRUE(phone.present ? SimulateDeviceAppears(id.c_str()) : SimulateDeviceLeaves(id.c_str()))
-                    << SimulatorLastError();
-            }
-        }
-    };
-
-    std::atomic<int> names{0};
+    std::atomic<int> names = 0;
 
     void CountName(wchar_t const*, std::uint32_t)
     {
@@ -130,7 +47,7 @@ namespace
         std::unique_ptr<Vorlink> vorlink;
         Crowd crowd;
         std::thread mover;
-        std::atomic<bool> moving{true};
+        std::atomic<bool> moving = true;
 
         void Watch(SleepFunction* sleep)
         {
@@ -161,10 +78,10 @@ namespace
         {
             do
             {
-                EXPECT_TRUE(SimulatorWaitIdle(20'000));
+                EXPECT_TRUE(WaitIdle());
                 SimulatorClearTrace();
                 vorlink->StartIosWatcher(CountName);
-                EXPECT_TRUE(SimulatorWaitIdle(20'000));
+                EXPECT_TRUE(WaitIdle());
             } while (!Trace({"DeviceWatcher.Stop("}).empty()); // by this start, or by an earlier one's end
         }
 
@@ -178,6 +95,25 @@ namespace
             EXPECT_EQ(kept, present);
         }
     };
+
+    // Operations of a host with several threads: one at a time.
+    std::mutex operation;
+    Vorlink* host = nullptr;
+
+    void CallBack(wchar_t const*, std::uint32_t)
+    {
+        ++names;
+        std::lock_guard const lock(operation);
+        Search(*host);
+        if (names % 8 == 0)
+        {
+            host->Uninitialize();
+        }
+        if (names % 16 == 0)
+        {
+            host->StartIosWatcher(CallBack);
+        }
+    }
 } // namespace
 
 TEST_F(StressPhones, ComeChangeAndGoSideBySide)
@@ -232,28 +168,6 @@ TEST_F(StressPhones, ComeChangeAndGoWhileTheHostStopsAndStarts)
     EXPECT_EQ(failures, 0);
 }
 
-namespace
-{
-    // Operations of a host with several threads: one at a time.
-    std::mutex operation;
-    Vorlink* host = nullptr;
-
-    void CallBack(wchar_t const*, std::uint32_t)
-    {
-        ++names;
-        std::lock_guard const lock(operation);
-        Search(*host);
-        if (names % 8 == 0)
-        {
-            host->Uninitialize();
-        }
-        if (names % 16 == 0)
-        {
-            host->StartIosWatcher(CallBack);
-        }
-    }
-} // namespace
-
 TEST_F(StressPhones, ComeWhileTheCallbackItselfCallsTheLibrary)
 {
     Watch(SleepLonger);
@@ -269,7 +183,7 @@ TEST_F(StressPhones, ComeWhileTheCallbackItselfCallsTheLibrary)
         ++rounds;
     }
     EndMoving();
-    EXPECT_TRUE(SimulatorWaitIdle(20'000));
+    EXPECT_TRUE(WaitIdle());
     EXPECT_GT(names, 0);
     EXPECT_EQ(failures, 0);
 }

@@ -1,6 +1,6 @@
 // The phone watcher's ends at the very same moment, and an end in the midst of a start.
+#include "tests/library/EndThreads.h"
 #include "tests/library/PhoneHost.h"
-#include "tests/library/Stress.h"
 
 #include <gmock/gmock.h>
 
@@ -11,81 +11,6 @@ using namespace test;
 
 namespace
 {
-    // The threads that end a watcher 25 seconds after a start. Each stays in its first sleep until it is let go, and
-    // then finds that its time has passed.
-    class EndThreads
-    {
-    public:
-        static void Hold()
-        {
-            ReplaceImport(LibraryModule(), "Sleep", &Oversleep);
-            ReplaceImport(LibraryModule(), "QueryPerformanceCounter", &CountTheOverslept);
-        }
-
-        static bool WaitForOne()
-        {
-            std::unique_lock lock(mutex);
-            return changed.wait_for(lock, patience, [] { return sleeping > 0; });
-        }
-
-        static void LetOneGo()
-        {
-            std::lock_guard const lock(mutex);
-            ++free;
-            changed.notify_all();
-        }
-
-        // Also those that have yet to begin. Waits until they have ended.
-        static bool LetAllGo()
-        {
-            SetOpen(true);
-            bool const ended = LibraryThreads::WaitForAll();
-            SetOpen(false);
-            return ended;
-        }
-
-    private:
-        static inline std::mutex mutex;
-        static inline std::condition_variable changed;
-        static inline int sleeping = 0;
-        static inline int free = 0;
-        static inline bool open = false;
-        static inline thread_local LONGLONG overslept = 0;
-
-        static void SetOpen(bool isOpen)
-        {
-            std::lock_guard const lock(mutex);
-            open = isOpen;
-            free = 0;
-            changed.notify_all();
-        }
-
-        static void WINAPI Oversleep(DWORD milliseconds)
-        {
-            if (milliseconds != 1)
-            {
-                Sleep(milliseconds);
-                return;
-            }
-            std::unique_lock lock(mutex);
-            ++sleeping;
-            changed.notify_all();
-            changed.wait(lock, [] { return open || free > 0; });
-            --sleeping;
-            free -= open ? 0 : 1;
-            LARGE_INTEGER frequency{};
-            QueryPerformanceFrequency(&frequency);
-            overslept = 26 * frequency.QuadPart;
-        }
-
-        static BOOL WINAPI CountTheOverslept(LARGE_INTEGER* ticks)
-        {
-            BOOL const counted = QueryPerformanceCounter(ticks);
-            ticks->QuadPart += overslept;
-            return counted;
-        }
-    };
-
     class StressStop : public Stress
     {
     protected:
@@ -111,7 +36,7 @@ namespace
         void Start()
         {
             EXPECT_TRUE(StartOrStop());
-            EXPECT_TRUE(SimulatorWaitIdle(20'000));
+            EXPECT_TRUE(WaitIdle());
             EXPECT_TRUE(EndThreads::WaitForOne());
         }
 
@@ -127,8 +52,8 @@ namespace
         template <typename First, typename Second>
         void Meet(First first, Second second)
         {
-            constexpr std::chrono::microseconds apart{200};
-            std::atomic<int> ready{0};
+            constexpr std::chrono::microseconds apart(200);
+            std::atomic<int> ready = 0;
             auto const meet = [&](auto const& action) {
                 for (++ready; ready < 2;)
                 {
@@ -145,12 +70,12 @@ namespace
         // registrations released once at most.
         void EndRound()
         {
-            EXPECT_TRUE(SimulatorWaitIdle(20'000));
+            EXPECT_TRUE(WaitIdle());
             while (StartOrStop())
             {
             }
             EXPECT_TRUE(EndThreads::LetAllGo());
-            EXPECT_TRUE(SimulatorWaitIdle(20'000));
+            EXPECT_TRUE(WaitIdle());
             ExpectSingleEnds();
             SimulatorClearTrace();
             ++rounds;

@@ -3,6 +3,7 @@
 #include "tests/support/CapturedOutput.h"
 #include "tests/support/Neighbourhood.h"
 #include "tests/support/ProcessEnd.h"
+#include "tests/support/StandIns.h"
 
 #include <fstream>
 #include <regex>
@@ -37,12 +38,6 @@ namespace
         return lines;
     }
 
-    // The lookup's own 3.7 seconds of waiting, in as many steps.
-    void WINAPI SleepShortly(DWORD)
-    {
-        Sleep(0);
-    }
-
     // Lists one device, another one each time, by a number that grows from process to process.
     UINT WINAPI WriteListing(char const* command, UINT)
     {
@@ -65,9 +60,9 @@ namespace
     void SaveAgainAndAgain()
     {
         SilentOutput const silent;
-        Load(prompt + Device("Tag", address, "[device.pairing]\nduration-ms = 0"));
-        ReplaceImport(LibraryModule(), "Sleep", &SleepShortly);
-        ReplaceImport(LibraryModule(), "WinExec", &WriteListing);
+        Load(prompt + Device("Tag", address, pairsAtOnce));
+        ReplaceImport(LibraryModule(), "Sleep", SleepShortly);
+        ReplaceImport(LibraryModule(), "WinExec", WriteListing);
         LibraryThreads::Watch();
         auto const vorlink = MakeVorlink();
         vorlink->Initialize();

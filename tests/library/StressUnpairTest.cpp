@@ -54,7 +54,7 @@ namespace
     protected:
         std::unique_ptr<Vorlink> vorlink;
         std::thread air;
-        std::atomic<bool> isOver{false};
+        std::atomic<bool> isOver = false;
 
         // "Tag" of both protocols, paired and known; "Other"; and many in whose midst they are looked for.
         void Prepare()
@@ -66,11 +66,11 @@ namespace
                 scenario += Device("Neighbour", AddressOf(neighbour), "protocols = ['classic', 'le']");
             }
             Load(scenario);
-            ReplaceImport(LibraryModule(), "QueryPerformanceCounter", &QuickTicks);
-            ReplaceImport(LibraryModule(), "Sleep", &QuickSleep);
+            ReplaceImport(LibraryModule(), "QueryPerformanceCounter", QuickTicks);
+            ReplaceImport(LibraryModule(), "Sleep", QuickSleep);
             LibraryThreads::Watch();
             vorlink = MakeVorlink();
-            KnowLe(*vorlink, std::string("Tag=") + tagAt + "\n");
+            KnowLe(*vorlink, knownTag);
             // As over any radio, something changes all the time, which wakes whoever waits for devices.
             air = std::thread([this] {
                 for (bool odd = false; !isOver; odd = !odd)
@@ -90,8 +90,8 @@ namespace
         template <typename Next>
         void UnpairBeside(Next next)
         {
-            SetPaired(ClassicId(tagAt), true);
-            SetPaired(LeId(tagAt), true);
+            SetPaired(ClassicId(tagAddress), true);
+            SetPaired(LeId(tagAddress), true);
             SimulatorClearTrace();
             auto const before = UnpairHost::Count();
             vorlink->UnpairedCurrent("Tag", UnpairHost::Callback);
@@ -102,7 +102,7 @@ namespace
                 ++events;
                 ASSERT_TRUE(UnpairHost::WaitFor(before + 1)) << "an unpairing without an outcome";
             }
-            Count(Strays("DeviceInformationPairing.UnpairAsync", {ClassicId(tagAt), LeId(tagAt)}));
+            Count(Strays("DeviceInformationPairing.UnpairAsync", {ClassicId(tagAddress), LeId(tagAddress)}));
             if (LibraryThreads::Count() > 100)
             {
                 ASSERT_TRUE(LibraryThreads::WaitForAll());

@@ -1,13 +1,12 @@
 // Threads that the system does not give: inside an unpairing that ends the process through the platform's fail-fast.
-// For the reader behind a pairing see read_line_test.cpp, for the phone watcher phone_watcher_test.cpp.
+// For the reader behind a pairing see ReaderTest.cpp, for the phone watcher PhoneWatcherErrorsTest.cpp.
 #include "tests/library/FailFast.h"
 #include "tests/library/UnpairHost.h"
 #include "tests/support/ProcessEnd.h"
 #include "tests/support/ReplacedImport.h"
+#include "tests/support/StandIns.h"
 
 #include <gmock/gmock.h>
-
-#include <atomic>
 
 using namespace test;
 using testing::ElementsAre;
@@ -16,27 +15,18 @@ using testing::IsEmpty;
 namespace
 {
     constexpr char refusal[] = "refused";
-    std::atomic<int> started{0};
     int available = 0;
 
     // Gives as many threads as there are; of the first one refused, tells in a file how many came before it.
-    HANDLE WINAPI StartWhileAvailable(LPSECURITY_ATTRIBUTES attributes, SIZE_T stack, LPTHREAD_START_ROUTINE start,
-                                      LPVOID argument, DWORD flags, LPDWORD id)
+    HANDLE WINAPI StartWhileAvailable(SECURITY_ATTRIBUTES* security, SIZE_T stack, LPTHREAD_START_ROUTINE body,
+                                      void* argument, DWORD flags, DWORD* id)
     {
-        if (started < available)
+        if (threadsStarted < available)
         {
-            ++started;
-            return CreateThread(attributes, stack, start, argument, flags, id);
+            return CountThread(security, stack, body, argument, flags, id);
         }
-        std::ofstream(refusal) << started;
-        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
-        return nullptr;
-    }
-
-    // Ends the process with a code of its own if a report gets out.
-    void MustNotReport(bool, int)
-    {
-        TerminateProcess(GetCurrentProcess(), 5);
+        std::ofstream(refusal) << threadsStarted;
+        return RefuseThread(security, stack, body, argument, flags, id);
     }
 
     // Unpairs "Tag", whose LE side is known.
@@ -45,9 +35,9 @@ namespace
         std::filesystem::current_path(directory);
         Load(PairedTag("'classic', 'le'"));
         auto* const vorlink = MakeLoggingVorlink().release(); // for the LE side, to the process's end
-        KnowLe(*vorlink, "Tag=" + std::string(tagAt) + "\n");
+        KnowLe(*vorlink, knownTag);
         available = count;
-        ReplaceImport(LibraryModule(), "CreateThread", &StartWhileAvailable);
+        ReplaceImport(LibraryModule(), "CreateThread", StartWhileAvailable);
         vorlink->UnpairedCurrent("Tag", MustNotReport);
     }
 
@@ -59,8 +49,8 @@ namespace
         EXPECT_THAT(LogOf(classicUnpairing),
                     ElementsAre(entry,
                                 Record(1174, classicUnpairing,
-                                       "unpaired Classic Blueth,start unpaired ble device " + std::string(tagAt)),
-                                Record(1177, classicUnpairing, "device Id -> " + std::string(tagAt))));
+                                       "unpaired Classic Blueth,start unpaired ble device " + std::string(tagAddress)),
+                                Record(1177, classicUnpairing, "device Id -> " + std::string(tagAddress))));
     }
 } // namespace
 

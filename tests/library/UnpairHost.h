@@ -67,10 +67,6 @@ namespace test
         static inline std::vector<UnpairCall> calls;
     };
 
-    inline constexpr char classicUnpairing[] = "SubVorlink::UnpairedCurrent";
-    inline constexpr char leUnpairing[] = "SubVorlink::UnpairBleDevice";
-    inline constexpr char tagAt[] = "c1:d2:e3:f4:a5:b6";
-
     // The data store as a host finds it that begins with Initialize.
     inline void KnowLe(Vorlink& vorlink, std::string const& entries)
     {
@@ -82,31 +78,48 @@ namespace test
     inline std::string PairedTag(std::string const& protocols, std::string const& rest = "",
                                  std::string const& top = prompt)
     {
-        return top + Device("Tag", tagAt,
+        return top + Device("Tag", tagAddress,
                             "protocols = [" + protocols + "]\nis-paired = true\n[device.unpairing]\nduration-ms = 0\n" +
                                 rest);
     }
 
-    // A new library object whose log is on.
-    inline std::unique_ptr<Vorlink> MakeLoggingVorlink()
-    {
-        auto vorlink = MakeVorlink();
-        vorlink->SetLogEnabled(true);
-        return vorlink;
-    }
-
-    // Until the log holds that many records of the function; false when they do not come.
+    // Until the log holds that many records of the function.
     inline bool WaitForRecords(char const* function, std::size_t count)
     {
-        auto const end = std::chrono::steady_clock::now() + patience;
-        while (LogOf(function).size() < count)
+        return WaitUntil([=] { return LogOf(function).size() >= count; });
+    }
+
+    // "Tag" in the data store, by its address.
+    inline std::string const knownTag = "Tag=" + std::string(tagAddress) + "\n";
+
+    // "Tag", whose endpoint of the protocol is unpaired with this status after this time.
+    inline std::string TagUnpairing(char const* protocol, int status, char const* duration)
+    {
+        return PairedTag("'classic', 'le'", std::string("[device.") + protocol + ".unpairing]\nstatus = " +
+                                                std::to_string(status) + "\nduration-ms = " + duration + "\n");
+    }
+
+    // The Classic side's, without LE data.
+    inline std::vector<std::string> ClassicRecords(bool unpaired)
+    {
+        std::vector<std::string> records = {Record(1145, classicUnpairing, "Entery unpaired  name-> Tag")};
+        if (unpaired)
         {
-            if (std::chrono::steady_clock::now() > end)
-            {
-                return false;
-            }
-            Sleep(5);
+            records.push_back(Record(1174, classicUnpairing,
+                                     "unpaired Classic Blueth,start unpaired ble device " + std::string(tagAddress)));
+            records.push_back(Record(1177, classicUnpairing, "device Id -> "));
+            records.push_back(Record(1180, classicUnpairing, "ble data is bad "));
         }
-        return true;
+        return records;
+    }
+
+    // Unpairs "Tag" with the log on and the entry in the data store.
+    inline std::unique_ptr<Vorlink> UnpairTag(std::string const& scenario, std::string const& entries = knownTag)
+    {
+        Load(scenario);
+        auto vorlink = MakeLoggingVorlink();
+        KnowLe(*vorlink, entries);
+        vorlink->UnpairedCurrent("Tag", UnpairHost::Callback);
+        return vorlink;
     }
 } // namespace test

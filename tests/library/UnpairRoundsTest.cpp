@@ -15,7 +15,7 @@ namespace
     std::string UnpairedTag()
     {
         return prompt +
-               Device("Tag", tagAt, "[device.pairing]\nduration-ms = 20\n[device.unpairing]\nduration-ms = 20");
+               Device("Tag", tagAddress, "[device.pairing]\nduration-ms = 20\n[device.unpairing]\nduration-ms = 20");
     }
 
     // One round, waited for; `round` counts from 1.

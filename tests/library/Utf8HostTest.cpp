@@ -12,7 +12,6 @@ using testing::ElementsAre;
 
 namespace
 {
-    constexpr char lookup[] = "SubVorlink::GetDeviceforName";
     constexpr char address[] = "a4:c1:38:5e:22:0f";
 
     std::string const fourteenBytes = "Zo\xc3\xab's Speaker"; // 13 characters
@@ -22,9 +21,8 @@ namespace
     bool Finds(std::string const& device, std::string const& name)
     {
         EXPECT_EQ(GetOEMCP(), static_cast<UINT>(CP_UTF8));
-        Load(prompt + Device(device, address, "[device.pairing]\nduration-ms = 0"));
-        auto const vorlink = MakeVorlink();
-        vorlink->SetLogEnabled(true);
+        Load(prompt + Device(device, address, pairsAtOnce));
+        auto const vorlink = MakeLoggingVorlink();
         vorlink->PairedDevice(name, Host::Callback);
         EXPECT_EQ(Host::Count(), 1u);
         EXPECT_EQ(Text(Host::At(0).name), name);

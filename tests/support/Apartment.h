@@ -77,7 +77,7 @@ namespace test
         }
 
         HWND m_window; // goes with the thread
-        std::atomic<ULONG> m_references{1};
+        std::atomic<ULONG> m_references = 1;
     };
 
     // The calling thread's, once it has joined one. A process has one of these at most.
@@ -96,7 +96,7 @@ namespace test
                 static PlayedContext context; // its callers may let go of it later than the test
                 played = &context;
                 thread = GetCurrentThreadId();
-                ReplaceImport(module, "CoGetObjectContext", &ContextOfThread);
+                ReplaceImport(module, "CoGetObjectContext", ContextOfThread);
             }
         }
 

@@ -31,19 +31,19 @@ namespace test
                                               m_updates.push_back(update);
                                           });
             m_watcher.Start();
-            EXPECT_TRUE(SimulatorWaitIdle(20'000));
+            EXPECT_TRUE(WaitIdle());
         }
 
         std::vector<enumeration::DeviceInformation> Devices()
         {
-            EXPECT_TRUE(SimulatorWaitIdle(20'000));
+            EXPECT_TRUE(WaitIdle());
             std::lock_guard const lock(m_mutex);
             return m_devices;
         }
 
         std::vector<enumeration::DeviceInformationUpdate> Updates()
         {
-            EXPECT_TRUE(SimulatorWaitIdle(20'000));
+            EXPECT_TRUE(WaitIdle());
             std::lock_guard const lock(m_mutex);
             return m_updates;
         }

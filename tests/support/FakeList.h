@@ -3,6 +3,7 @@
 
 #include "pairing/LibraryState.h"
 #include "platform/abi/Enumeration.h"
+#include "tests/support/Codes.h"
 #include "tests/support/FakeObject.h"
 
 #include <string>
@@ -30,7 +31,7 @@ namespace test
         std::vector<std::string> calls;
         std::string failing;                                      // the call that fails
         vorlink::enumeration::DeviceInformation element{nullptr}; // stands at every index
-        HRESULT failure = static_cast<HRESULT>(0x80070490);
+        HRESULT failure = platformCode;
 
         HRESULT STDMETHODCALLTYPE add_VectorChanged(platform::VectorChangedEventHandler<Element>*,
                                                     EventRegistrationToken*) override

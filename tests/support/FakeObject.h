@@ -30,12 +30,12 @@ namespace test
 
         ULONG STDMETHODCALLTYPE AddRef() override
         {
-            return ++references;
+            return ++m_references;
         }
 
         ULONG STDMETHODCALLTYPE Release() override
         {
-            return --references;
+            return --m_references;
         }
 
         HRESULT STDMETHODCALLTYPE GetIids(ULONG*, GUID**) override
@@ -53,7 +53,7 @@ namespace test
 
         ULONG References() const
         {
-            return references;
+            return m_references;
         }
 
     private:
@@ -63,6 +63,6 @@ namespace test
             return static_cast<Interface*>(this);
         }
 
-        std::atomic<ULONG> references{1};
+        std::atomic<ULONG> m_references = 1;
     };
 } // namespace test

@@ -22,7 +22,7 @@ namespace test
         void Complete(platform::AsyncStatus end = platform::AsyncStatus::Completed)
         {
             status = end;
-            if (auto* const receiver = handler.exchange(nullptr))
+            if (auto* const receiver = m_handler.exchange(nullptr))
             {
                 receiver->Invoke(this, end);
                 receiver->Release();
@@ -32,7 +32,7 @@ namespace test
         // Lets go of the handler without ever calling it.
         void Drop()
         {
-            if (auto* const receiver = handler.exchange(nullptr))
+            if (auto* const receiver = m_handler.exchange(nullptr))
             {
                 receiver->Release();
             }
@@ -40,18 +40,18 @@ namespace test
 
         bool IsAwaited() const
         {
-            return handler.load() != nullptr;
+            return m_handler.load() != nullptr;
         }
 
-        std::atomic<platform::AsyncStatus> status{platform::AsyncStatus::Started};
-        std::atomic<HRESULT> results{S_OK};
-        std::atomic<int> resultsTaken{0};
+        std::atomic<platform::AsyncStatus> status = platform::AsyncStatus::Started;
+        std::atomic<HRESULT> results = S_OK;
+        std::atomic<int> resultsTaken = 0;
         bool completeInsidePut = false;
 
         HRESULT STDMETHODCALLTYPE put_Completed(platform::PairingCompletedHandler* value) override
         {
             value->AddRef();
-            handler = value;
+            m_handler = value;
             if (completeInsidePut || status != platform::AsyncStatus::Started)
             {
                 Complete(completeInsidePut ? platform::AsyncStatus::Completed : status.load());
@@ -97,6 +97,6 @@ namespace test
         }
 
     private:
-        std::atomic<platform::PairingCompletedHandler*> handler{nullptr};
+        std::atomic<platform::PairingCompletedHandler*> m_handler = nullptr;
     };
 } // namespace test

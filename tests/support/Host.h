@@ -27,15 +27,27 @@ namespace test
         return module;
     }
 
-    inline std::unique_ptr<Vorlink> MakeVorlink()
+    inline std::unique_ptr<Vorlink> MakeVorlink(HMODULE module)
     {
         using Factory = std::unique_ptr<Vorlink> (*)();
-        auto const address = GetProcAddress(LibraryModule(), "getVorlinkPtr");
+        auto const address = GetProcAddress(module, "getVorlinkPtr");
         if (!address)
         {
             throw std::runtime_error("vorlink.dll has no getVorlinkPtr");
         }
         return reinterpret_cast<Factory>(reinterpret_cast<void*>(address))();
+    }
+
+    inline std::unique_ptr<Vorlink> MakeVorlink()
+    {
+        return MakeVorlink(LibraryModule());
+    }
+
+    inline std::unique_ptr<Vorlink> MakeLoggingVorlink()
+    {
+        auto vorlink = MakeVorlink();
+        vorlink->SetLogEnabled(true);
+        return vorlink;
     }
 
     // The reports that one callback received. Callbacks are plain functions, so each Slot is a callback.

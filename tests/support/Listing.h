@@ -39,7 +39,6 @@ namespace test
         return 33; // as for every success
     }
 
-    inline constexpr char tagAddress[] = "c1:d2:e3:f4:a5:b6";
     inline constexpr char tagPiece[] = "C1D2E3F4A5B6";
     inline constexpr char tagInstance[] =
         R"(Instance ID:                BTHLE\Dev_c1d2e3f4a5b6\8&1a2b3c4d&0&C1D2E3F4A5B6)";
@@ -49,5 +48,10 @@ namespace test
     {
         return Device("Tag", tagAddress,
                       "protocols = ['classic', 'le']\nlisted = true\n" + more + "\n[device.pairing]\nduration-ms = 0");
+    }
+
+    inline bool ListingExists()
+    {
+        return std::filesystem::exists("ble.jpg");
     }
 } // namespace test

@@ -54,6 +54,15 @@ namespace test
         return records;
     }
 
+    // The library's functions, as its records name them.
+    inline constexpr char pairByName[] = "SubVorlink::PairedDevice";
+    inline constexpr char lookup[] = "SubVorlink::GetDeviceforName";
+    inline constexpr char ceremony[] = "SubVorlink::PairingDevice";
+    inline constexpr char reader[] = "ReadLine";
+    inline constexpr char search[] = "SubVorlink::IosPairedDevicce";
+    inline constexpr char classicUnpairing[] = "SubVorlink::UnpairedCurrent";
+    inline constexpr char leUnpairing[] = "SubVorlink::UnpairBleDevice";
+
     // A record as Log() gives it.
     inline std::string Record(int line, std::string const& function, std::string const& message)
     {

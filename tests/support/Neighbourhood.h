@@ -2,6 +2,8 @@
 #pragma once
 
 #include "simulator/VorlinkSimulator.h"
+#include "tests/support/Codes.h"
+#include "tests/support/Patience.h"
 
 #include <gtest/gtest.h>
 
@@ -28,6 +30,10 @@ namespace test
         return "[[device]]\nname = '''" + name + "'''\naddress = '" + address + "'\n" + rest + "\n";
     }
 
+    // The rest of a device that agrees to a pairing at once, or when the test lets it.
+    inline constexpr char pairsAtOnce[] = "[device.pairing]\nduration-ms = 0";
+    inline constexpr char pairsOnDemand[] = "[device.pairing]\nduration-ms = 'never'";
+
     // Enumeration that completes as soon as the present devices are reported.
     inline std::string const prompt = std::string("adapter = '") + adapter + "'\nenumeration-completes-ms = 0\n";
 
@@ -42,13 +48,24 @@ namespace test
         return prompt + Device("First", firstAddress) + Device("Second", secondAddress);
     }
 
+    // A device of both protocols, in many tests "Tag".
+    inline constexpr char tagAddress[] = "c1:d2:e3:f4:a5:b6";
+
     inline void Load(std::string const& scenario)
     {
         ASSERT_TRUE(SimulateScenario(scenario.c_str())) << SimulatorLastError();
     }
 
-    inline bool WaitForCall(char const* text, std::uint32_t count = 1)
+    inline constexpr auto patienceInMs = static_cast<std::uint32_t>(std::chrono::milliseconds(patience).count());
+
+    // Until the platform has nothing more to do.
+    inline bool WaitIdle()
     {
-        return SimulatorWaitForTrace(text, count, 20'000) != 0;
+        return SimulatorWaitIdle(patienceInMs) != 0;
+    }
+
+    inline bool WaitForCall(std::string const& text, std::uint32_t count = 1)
+    {
+        return SimulatorWaitForTrace(text.c_str(), count, patienceInMs) != 0;
     }
 } // namespace test

@@ -22,16 +22,7 @@ namespace test
     // Until somebody holds the queue's lock; the caller keeps the gate (enumerationMutex) shut for him.
     inline void WaitForTakerAtTheGate()
     {
-        auto const deadline = std::chrono::steady_clock::now() + patience;
-        while (IsFree(vorlink::Library().completionMutex))
-        {
-            if (std::chrono::steady_clock::now() > deadline)
-            {
-                ADD_FAILURE() << "no taker at the gate";
-                return;
-            }
-            std::this_thread::yield();
-        }
+        EXPECT_TRUE(WaitUntil([] { return !IsFree(vorlink::Library().completionMutex); })) << "no taker at the gate";
     }
 
     // Runs `take`, and returns when it is known to wait on the empty queue.
@@ -60,12 +51,6 @@ namespace test
         std::lock_guard const gate(library.enumerationMutex);
         library.completionSignal.notify_one();
         WaitForTakerAtTheGate();
-    }
-
-    template <typename T>
-    bool IsReady(std::future<T> const& taker, std::chrono::milliseconds limit = std::chrono::milliseconds(0))
-    {
-        return taker.wait_for(limit) == std::future_status::ready;
     }
 
     // What the taker gave; one that still waits is a failure.

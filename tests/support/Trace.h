@@ -3,6 +3,8 @@
 
 #include "simulator/VorlinkSimulator.h"
 
+#include <gtest/gtest.h>
+
 #include <regex>
 #include <sstream>
 #include <string>
@@ -11,17 +13,34 @@
 
 namespace test
 {
+    // The method that the library makes its watchers by.
+    inline constexpr char createWatcher[] = "DeviceInformation.CreateWatcherWithKindAqsFilterAndAdditionalProperties";
+
+    // Names a test after the method that it lets fail.
+    inline std::string MethodName(testing::TestParamInfo<char const*> const& test)
+    {
+        std::string const method = test.param;
+        return method.substr(method.rfind('.') + 1);
+    }
+
     struct TraceLine
     {
         unsigned long thread = 0;
         std::string text; // without the thread
     };
 
+    // All of it, each line with its thread.
+    inline std::string TraceText()
+    {
+        constexpr std::size_t reserve = 65536; // for what other threads do meanwhile
+        std::string text(SimulatorTrace(nullptr, 0) + reserve, '\0');
+        SimulatorTrace(text.data(), text.size());
+        return text.c_str();
+    }
+
     inline std::vector<TraceLine> TraceLines()
     {
-        std::string text(SimulatorTrace(nullptr, 0), '\0');
-        text.resize(SimulatorTrace(text.data(), text.size()));
-        std::istringstream lines(text.c_str());
+        std::istringstream lines(TraceText());
         std::vector<TraceLine> result;
         for (std::string line; std::getline(lines, line);)
         {

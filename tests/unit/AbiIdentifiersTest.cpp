@@ -33,9 +33,7 @@ namespace
         GUID id;
     };
 
-    class AbiIdentifier : public testing::TestWithParam<Identifier>
-    {
-    };
+    using AbiIdentifier = testing::TestWithParam<Identifier>;
 
     // A parameterised identifier is a version-5 UUID: SHA-1 of a namespace and the type's signature.
     std::string IdentifierOf(std::string_view signature)
@@ -116,9 +114,7 @@ namespace
         GUID const* id;
     };
 
-    class AbiParameterisedIdentifier : public testing::TestWithParam<Parameterised>
-    {
-    };
+    using AbiParameterisedIdentifier = testing::TestWithParam<Parameterised>;
 
     using StringMap = IMapView<HSTRING, ::IInspectable*>;
     using StringPair = IKeyValuePair<HSTRING, ::IInspectable*>;

@@ -8,12 +8,12 @@
 #include <vector>
 
 using namespace simulator;
+using testing::ElementsAre;
+using testing::EndsWith;
 
 namespace
 {
-    class AqsFault : public testing::TestWithParam<std::string_view>
-    {
-    };
+    using AqsFault = testing::TestWithParam<std::string_view>;
 
     Properties Pairable()
     {
@@ -92,7 +92,7 @@ TEST(AqsFaults, NameTheirPlace)
     }
     catch (QueryError const& error)
     {
-        EXPECT_THAT(error.what(), testing::EndsWith("at byte 25"));
+        EXPECT_THAT(error.what(), EndsWith("at byte 25"));
     }
 }
 
@@ -126,5 +126,5 @@ TEST(AqsFaults, AnyTruncationEitherParsesOrIsRefused)
     }
     // Nothing at all; up to the closing parenthesis and the blank after it; everything.
     auto const closing = query.find(')') + 1;
-    EXPECT_THAT(accepted, testing::ElementsAre(0u, closing, closing + 1, query.size()));
+    EXPECT_THAT(accepted, ElementsAre(0u, closing, closing + 1, query.size()));
 }

@@ -10,6 +10,7 @@
 #include <string>
 
 using namespace simulator;
+using testing::ElementsAre;
 
 namespace
 {
@@ -52,7 +53,7 @@ TEST(DefaultScenario, IsAnInterestingNeighbourhood)
         EXPECT_NE(endpoint.appearsAtMs, never);
         EXPECT_EQ(endpoint.pairing.status, 0);
     }
-    EXPECT_THAT(kinds, testing::ElementsAre(1u, 2u, 4u, 8u));
+    EXPECT_THAT(kinds, ElementsAre(1u, 2u, 4u, 8u));
     EXPECT_LE(last, 2000); // a demo that one waits for
     EXPECT_GE(last, 1000);
 }

@@ -18,15 +18,12 @@ using testing::SizeIs;
 
 namespace
 {
-    constexpr char lookup[] = "SubVorlink::GetDeviceforName";
-    constexpr char address[] = "c1:d2:e3:f4:a5:b6";
-
     // A finished run with the scenario's LE endpoints in the queue.
     void QueueLe(SubVorlink& object, std::string const& devices)
     {
         Load(prompt + devices);
         object.StartDiscovery(true, false);
-        ASSERT_TRUE(SimulatorWaitIdle(20'000));
+        ASSERT_TRUE(WaitIdle());
         ASSERT_TRUE(Library().enumerationFinished);
         Library().logEnabled = true;
     }
@@ -46,13 +43,13 @@ namespace
 TEST(DeviceLookup, IdentifierModeFindsAFragmentAndEndsTheRun)
 {
     SubVorlink object;
-    QueueLe(object, Device("Tag", address, le));
+    QueueLe(object, Device("Tag", tagAddress, le));
     Library().enumerationFinished = false;
     auto const device = object.GetDeviceforName("f4:a5:b6", true);
     ASSERT_TRUE(device);
     EXPECT_EQ(device.Name(), L"Tag");
     EXPECT_TRUE(Library().enumerationFinished);
-    auto const id = LeId(address);
+    auto const id = LeId(tagAddress);
     EXPECT_THAT(Log(),
                 ElementsAre(Record(399, lookup, "f4:a5:b6"), Record(416, lookup, id),
                             Record(423, lookup, "tname  is " + id + " ,name is f4:a5:b6 "),
@@ -62,9 +59,9 @@ TEST(DeviceLookup, IdentifierModeFindsAFragmentAndEndsTheRun)
 TEST(DeviceLookup, IdentifierModeEndsTheRunBeforeItAsksTheDeviceMore)
 {
     SubVorlink object;
-    QueueLe(object, Device("Tag", address, le));
+    QueueLe(object, Device("Tag", tagAddress, le));
     Library().enumerationFinished = false;
-    ASSERT_TRUE(SimulateFailure("DeviceInformationPairing.get_IsPaired", static_cast<std::int32_t>(0x80070490)));
+    ASSERT_TRUE(SimulateFailure("DeviceInformationPairing.get_IsPaired", platformCode));
     EXPECT_THROW(object.GetDeviceforName("f4:a5:b6", true), winrt::hresult_error);
     EXPECT_TRUE(Library().enumerationFinished);
 }
@@ -72,7 +69,7 @@ TEST(DeviceLookup, IdentifierModeEndsTheRunBeforeItAsksTheDeviceMore)
 TEST(DeviceLookup, IdentifierModeEndsTheRunBeforeItRecordsTheMatch)
 {
     SubVorlink object;
-    QueueLe(object, Device("Tag", address, le));
+    QueueLe(object, Device("Tag", tagAddress, le));
     Library().enumerationFinished = false;
     ReplaceImport(GetModuleHandleW(nullptr), "_getcwd", NoteRecord);
     object.GetDeviceforName("f4:a5:b6", true);
@@ -83,7 +80,7 @@ TEST(DeviceLookup, IdentifierModeEndsTheRunBeforeItRecordsTheMatch)
 TEST(DeviceLookup, IdentifierWithoutTheMarkerIsSkipped)
 {
     SubVorlink object;
-    QueueLe(object, Device("Tag", address, le + "[device.le]\nid = 'Bluetooth#Bluetooth-c1:d2:e3:f4:a5:b6'"));
+    QueueLe(object, Device("Tag", tagAddress, le + "[device.le]\nid = 'Bluetooth#Bluetooth-c1:d2:e3:f4:a5:b6'"));
     EXPECT_EQ(object.GetDeviceforName("f4:a5:b6", true), nullptr);
     EXPECT_THAT(Log(), ElementsAre(Record(399, lookup, "f4:a5:b6"),
                                    Record(416, lookup, "Bluetooth#Bluetooth-c1:d2:e3:f4:a5:b6")));
@@ -92,14 +89,14 @@ TEST(DeviceLookup, IdentifierWithoutTheMarkerIsSkipped)
 TEST(DeviceLookup, MarkerMayStandAnywhere)
 {
     SubVorlink object;
-    QueueLe(object, Device("Tag", address, le + "[device.le]\nid = 'x f4:a5:b6 BluetoothLE#BluetoothLE'"));
+    QueueLe(object, Device("Tag", tagAddress, le + "[device.le]\nid = 'x f4:a5:b6 BluetoothLE#BluetoothLE'"));
     EXPECT_TRUE(object.GetDeviceforName("f4:a5:b6", true));
 }
 
 TEST(DeviceLookup, IdentifierModeMindsLetterCase)
 {
     SubVorlink object;
-    QueueLe(object, Device("Tag", address, le));
+    QueueLe(object, Device("Tag", tagAddress, le));
     EXPECT_EQ(object.GetDeviceforName("F4:A5:B6", true), nullptr);
 }
 
@@ -114,7 +111,7 @@ TEST(DeviceLookup, FinishedRunWithoutDevicesRecordsTheRequestedTextAlone)
 TEST(DeviceLookup, NameModeDoesNotEndTheRun)
 {
     SubVorlink object;
-    QueueLe(object, Device("Tag", address, le));
+    QueueLe(object, Device("Tag", tagAddress, le));
     Library().enumerationFinished = false;
     ASSERT_TRUE(object.GetDeviceforName("Tag", false));
     EXPECT_FALSE(Library().enumerationFinished);
@@ -147,7 +144,7 @@ TEST(DeviceLookup, WokenBeforeTheFirstDeviceItAsksAgain)
 TEST(DeviceLookup, WokenWithNothingNewTestsTheDeviceAlreadyHeldAgain)
 {
     SubVorlink object;
-    QueueLe(object, Device("Tag", address, le));
+    QueueLe(object, Device("Tag", tagAddress, le));
     EXPECT_EQ(object.GetDeviceforName("Nobody", false), nullptr);
     Library().enumerationFinished = false;
     SimulatorClearTrace();

@@ -3,6 +3,7 @@
 #include "pairing/SubVorlink.h"
 #include "tests/support/Neighbourhood.h"
 #include "tests/support/Taker.h"
+#include "tests/support/Trace.h"
 
 #include <gmock/gmock.h>
 
@@ -14,22 +15,18 @@ using namespace vorlink;
 
 namespace
 {
-    constexpr char create[] = "DeviceInformation.CreateWatcherWithKindAqsFilterAndAdditionalProperties";
-
     // A start in a finished and cancelled run's place that fails at `method`.
     void FailAt(char const* method, SubVorlink& object)
     {
         Load(patient);
         Library().enumerationFinished = true;
         Library().enumerationCancelled = true;
-        ASSERT_TRUE(SimulateFailure(method, static_cast<std::int32_t>(0x8000000E))) << SimulatorLastError();
+        ASSERT_TRUE(SimulateFailure(method, illegalMethodCall)) << SimulatorLastError();
         EXPECT_THROW(object.StartDiscovery(false, false), winrt::hresult_error);
         EXPECT_TRUE(IsFree(Library().enumerationMutex));
     }
 
-    class DiscoveryFailure : public testing::TestWithParam<char const*>
-    {
-    };
+    using DiscoveryFailure = testing::TestWithParam<char const*>;
 } // namespace
 
 TEST_P(DiscoveryFailure, LeavesTheWatcherInTheObject)
@@ -44,12 +41,12 @@ TEST_P(DiscoveryFailure, LeavesTheWatcherInTheObject)
 INSTANTIATE_TEST_SUITE_P(BehindTheCreation, DiscoveryFailure,
                          testing::Values("DeviceWatcher.add_Added", "DeviceWatcher.add_Updated",
                                          "DeviceWatcher.add_EnumerationCompleted", "DeviceWatcher.Start"),
-                         [](auto const& test) { return std::string(test.param).substr(sizeof "DeviceWatcher"); });
+                         MethodName);
 
 TEST(DiscoveryFailure, OfTheCreationLeavesARunThatIsNotCancelledAndStillFinished)
 {
     SubVorlink object;
-    FailAt(create, object);
+    FailAt(createWatcher, object);
     EXPECT_FALSE(Library().enumerationCancelled);
     EXPECT_TRUE(Library().enumerationFinished);
 }

@@ -83,9 +83,7 @@ namespace
         {"Finish", [] { FinishDiscovery(); }},
     };
 
-    class DiscoveryEvent : public testing::TestWithParam<Event>
-    {
-    };
+    using DiscoveryEvent = testing::TestWithParam<Event>;
 } // namespace
 
 TEST_P(DiscoveryEvent, WakesOneTakerAlone)

@@ -4,6 +4,7 @@
 #include "tests/support/Endpoints.h"
 #include "tests/support/Neighbourhood.h"
 #include "tests/support/ReplacedImport.h"
+#include "tests/support/StandIns.h"
 #include "tests/support/Taker.h"
 
 #include <gmock/gmock.h>
@@ -46,10 +47,11 @@ namespace
         return _beginthreadex(security, stack, body, argument, flags, id);
     }
 
-    HANDLE WINAPI StartOfTheTimersThread(SECURITY_ATTRIBUTES*, SIZE_T, LPTHREAD_START_ROUTINE, void*, DWORD, DWORD*)
+    HANDLE WINAPI StartOfTheTimersThread(SECURITY_ATTRIBUTES* security, SIZE_T stack, LPTHREAD_START_ROUTINE body,
+                                         void* argument, DWORD flags, DWORD* id)
     {
         AskAtThreadStart();
-        return CreateEventW(nullptr, TRUE, TRUE, nullptr); // something to close: the timer is not missed
+        return PretendThread(security, stack, body, argument, flags, id); // the timer is not missed
     }
 
     // What a handler leaves alone while the lock of its first question is held: the queue and its lock.

@@ -72,7 +72,7 @@ TEST(DiscoveryQueue, TakingReleasesWhatTheSlotHeld)
             OnDiscoveryAdded(watcher.Sender(), device);
         }
     }
-    ASSERT_TRUE(SimulatorWaitIdle(20'000));
+    ASSERT_TRUE(WaitIdle());
     EXPECT_EQ(TakeDevice(slot), 1);
     auto const held = SimulatorLiveObjects();
     EXPECT_EQ(TakeDevice(slot), 1);

@@ -47,9 +47,7 @@ namespace
          R"x(["System.Devices.Aep.DeviceAddress", "System.Devices.Aep.IsConnected"], AssociationEndpoint)x"},
     };
 
-    class DiscoveryOf : public testing::TestWithParam<Run>
-    {
-    };
+    using DiscoveryOf = testing::TestWithParam<Run>;
 
     std::vector<std::string> CallsOfWatchers()
     {
@@ -110,7 +108,7 @@ TEST(Discovery, NextRunOfTheSameObjectReleasesTheWatcherBeforeItRegisters)
     Load(patient);
     SubVorlink object;
     object.StartDiscovery(false, false);
-    ASSERT_TRUE(SimulatorWaitIdle(20'000));
+    ASSERT_TRUE(WaitIdle());
     auto const objects = SimulatorLiveObjects();
     SimulatorClearTrace();
     object.StartDiscovery(false, false);
@@ -118,7 +116,7 @@ TEST(Discovery, NextRunOfTheSameObjectReleasesTheWatcherBeforeItRegisters)
     EXPECT_THAT(CallsOfWatchers(),
                 ElementsAre("DeviceWatcher.add_Added(#2)", "DeviceWatcher.add_Updated(#2)",
                             "DeviceWatcher.add_EnumerationCompleted(#2)", "DeviceWatcher.Start(#2)"));
-    ASSERT_TRUE(SimulatorWaitIdle(20'000));
+    ASSERT_TRUE(WaitIdle());
     EXPECT_EQ(SimulatorLiveObjects(), objects);
 }
 
@@ -127,11 +125,11 @@ TEST(Discovery, NextRunKeepsWhatTheEarlierOneQueued)
     Load(patient + Device("Headset", "a4:c1:38:5e:22:0f"));
     SubVorlink object;
     object.StartDiscovery(false, false);
-    ASSERT_TRUE(SimulatorWaitIdle(20'000));
+    ASSERT_TRUE(WaitIdle());
     ASSERT_THAT(Library().deviceQueue, SizeIs(1));
     ASSERT_TRUE(SimulateDeviceLeaves(ClassicId("a4:c1:38:5e:22:0f").c_str()));
     object.StartDiscovery(false, false);
-    ASSERT_TRUE(SimulatorWaitIdle(20'000));
+    ASSERT_TRUE(WaitIdle());
     EXPECT_THAT(Library().deviceQueue, SizeIs(1));
 }
 

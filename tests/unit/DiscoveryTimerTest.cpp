@@ -13,15 +13,10 @@ using namespace vorlink;
 
 namespace
 {
-    constexpr std::chrono::milliseconds pastTheTimer{3500};
+    constexpr std::chrono::milliseconds pastTheTimer(3500);
 
-    class DiscoveryOfAll : public testing::TestWithParam<bool>
-    {
-    };
-
-    class DiscoveryOfPairable : public testing::TestWithParam<bool>
-    {
-    };
+    using DiscoveryOfAll = testing::TestWithParam<bool>;
+    using DiscoveryOfPairable = testing::TestWithParam<bool>;
 
     std::string Protocol(testing::TestParamInfo<bool> const& le)
     {

@@ -93,7 +93,7 @@ TEST(DiscoveryUpdate, ThatFailsIsRaisedOutOfTheHandlerWithTheLockReleased)
     for (auto const* const method :
          {"DeviceInformationUpdate.get_Id", "DeviceInformation.get_Id", "DeviceInformation.Update"})
     {
-        ASSERT_TRUE(SimulateFailure(method, static_cast<std::int32_t>(0x80070490)));
+        ASSERT_TRUE(SimulateFailure(method, platformCode));
         EXPECT_THROW(OnDiscoveryUpdated(watcher.Sender(), update), winrt::hresult_error) << method;
         EXPECT_TRUE(IsFree(Library().completionMutex)) << method;
     }

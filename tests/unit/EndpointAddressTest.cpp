@@ -1,3 +1,4 @@
+// The address in an endpoint's identifier.
 #include "pairing/EndpointAddress.h"
 
 #include <gtest/gtest.h>

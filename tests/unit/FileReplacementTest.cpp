@@ -104,7 +104,7 @@ TEST_F(FileReplacement, LeavesTheTextAndNothingBeside)
 
 TEST_F(FileReplacement, HasTheWholeTextBeforeTheOldOneGoes)
 {
-    test::ReplaceImport(GetModuleHandleW(nullptr), "MoveFileExA", &LookAndMove);
+    test::ReplaceImport(GetModuleHandleW(nullptr), "MoveFileExA", LookAndMove);
     ReplaceFileText(name, "new");
     EXPECT_EQ(oldText, "the old text");
     EXPECT_EQ(newText, "new");
@@ -121,7 +121,7 @@ TEST_F(FileReplacement, WritesOverAFileThatIsHeldOpen)
 
 TEST_F(FileReplacement, WritesOverWhereTheSystemRefusesTheExchange)
 {
-    test::ReplaceImport(GetModuleHandleW(nullptr), "MoveFileExA", &RefuseToMove);
+    test::ReplaceImport(GetModuleHandleW(nullptr), "MoveFileExA", RefuseToMove);
     ReplaceFileText(name, "new");
     EXPECT_EQ(Text(), "new");
     EXPECT_THAT(Names(), ElementsAre(name));
@@ -144,7 +144,7 @@ TEST_F(FileReplacement, TakesUpWhatAnEarlierProcessOfItsNumberHasLeft)
 
 TEST_F(FileReplacement, KeepsTheOldTextWhereTheDiskHasNoRoom)
 {
-    test::ReplaceImport(GetModuleHandleW(nullptr), "fwrite", &WriteHalf);
+    test::ReplaceImport(GetModuleHandleW(nullptr), "fwrite", WriteHalf);
     ReplaceFileText(name, "new");
     EXPECT_EQ(Text(), "the old text");
     EXPECT_THAT(Names(), ElementsAre(name));
@@ -152,14 +152,14 @@ TEST_F(FileReplacement, KeepsTheOldTextWhereTheDiskHasNoRoom)
 
 TEST_F(FileReplacement, KeepsTheOldTextWhereTheDiskHasNoRoomForANameEither)
 {
-    test::ReplaceImport(GetModuleHandleW(nullptr), "fopen", &MakeNoNewFile);
+    test::ReplaceImport(GetModuleHandleW(nullptr), "fopen", MakeNoNewFile);
     ReplaceFileText(name, "new");
     EXPECT_EQ(Text(), "the old text");
 }
 
 TEST_F(FileReplacement, DoesWithoutAFileSystemThatCommits)
 {
-    test::ReplaceImport(GetModuleHandleW(nullptr), "_commit", &RefuseToCommit);
+    test::ReplaceImport(GetModuleHandleW(nullptr), "_commit", RefuseToCommit);
     ReplaceFileText(name, "new");
     EXPECT_EQ(Text(), "new");
     EXPECT_THAT(Names(), ElementsAre(name));

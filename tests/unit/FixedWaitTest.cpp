@@ -2,8 +2,10 @@
 #include "pairing/DiscoveryTimer.h"
 #include "pairing/LibraryState.h"
 #include "pairing/PhoneWatcher.h"
+#include "tests/support/LogFile.h"
 #include "tests/support/Neighbourhood.h"
 #include "tests/support/ReplacedImport.h"
+#include "tests/support/Trace.h"
 
 #include <gmock/gmock.h>
 
@@ -17,12 +19,14 @@
 using namespace test;
 using namespace vorlink;
 using testing::Each;
+using testing::ElementsAre;
+using testing::IsEmpty;
 using testing::SizeIs;
 
 namespace
 {
     // A clock that only sleeping moves on.
-    std::atomic<LONGLONG> ticks{0};
+    std::atomic<LONGLONG> ticks = 0;
     LONGLONG ticksASecond = 0;
     DWORD waiter = 0;
     std::vector<DWORD> sleeps; // of that thread
@@ -56,9 +60,9 @@ namespace
         ticksASecond = frequency.QuadPart;
         auto* const module = GetModuleHandleW(nullptr);
         static_cast<void>(std::clock()); // imported by this at least
-        ReplaceImport(module, "clock", &Stopped);
-        ReplaceImport(module, "QueryPerformanceCounter", &SleptTicks);
-        ReplaceImport(module, "Sleep", &PretendToSleep);
+        ReplaceImport(module, "clock", Stopped);
+        ReplaceImport(module, "QueryPerformanceCounter", SleptTicks);
+        ReplaceImport(module, "Sleep", PretendToSleep);
         std::thread([wait] {
             waiter = GetCurrentThreadId();
             wait();
@@ -81,4 +85,15 @@ TEST(FixedWait, OfASearchIs3Seconds)
     EXPECT_THAT(sleeps, SizeIs(3'000));
     EXPECT_THAT(sleeps, Each(1));
     EXPECT_TRUE(Library().enumerationFinished);
+}
+
+TEST(SlowPhoneEnd, WaitsFor25SecondsAndThenStopsNothingWhereNothingRuns)
+{
+    Load(patient);
+    Library().logEnabled = true;
+    auto const start = std::chrono::steady_clock::now();
+    ThreadEndWatcher();
+    EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::seconds(25));
+    EXPECT_THAT(Log(), ElementsAre(Record(178, "ThreadEndWatcher", "Exit ,call StopIosWatcher")));
+    EXPECT_THAT(Trace(), IsEmpty());
 }

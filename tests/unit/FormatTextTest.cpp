@@ -1,3 +1,4 @@
+// Format strings of strangers, without arguments.
 #include "pairing/FormatText.h"
 
 #include <gtest/gtest.h>

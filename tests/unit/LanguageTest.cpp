@@ -30,9 +30,7 @@ namespace
         {0x042A, "VI", "vi", "vi_VI"}, {0x041E, "TH", "en", "en_TH"}, {0x0809, "GB", "en", "en_US"},
     };
 
-    class KnownLanguage : public testing::TestWithParam<Row>
-    {
-    };
+    using KnownLanguage = testing::TestWithParam<Row>;
 } // namespace
 
 TEST_P(KnownLanguage, HasItsOwnTexts)

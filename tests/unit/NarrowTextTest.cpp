@@ -1,3 +1,4 @@
+// Texts of the platform in the code pages of the library's.
 #include "pairing/NarrowText.h"
 
 #include <gtest/gtest.h>

@@ -1,12 +1,14 @@
 // What IosPairedDevicce leaves in the library's state, and what becomes of a list that changes under its search.
 #include "pairing/LibraryState.h"
 #include "pairing/SubVorlink.h"
+#include "tests/support/CodeOf.h"
 #include "tests/support/Endpoints.h"
 #include "tests/support/FakeList.h"
 #include "tests/support/Host.h"
 #include "tests/support/LogFile.h"
 #include "tests/support/Neighbourhood.h"
 #include "tests/support/ReplacedImport.h"
+#include "tests/support/StandIns.h"
 #include "tests/support/Trace.h"
 
 #include <gmock/gmock.h>
@@ -16,13 +18,9 @@
 using namespace test;
 using namespace vorlink;
 using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::SizeIs;
 
 namespace
 {
-    constexpr char function[] = "SubVorlink::IosPairedDevicce";
-
     // The endpoints of a scenario, kept as by the phone watcher.
     void Keep(std::string const& devices)
     {
@@ -34,16 +32,11 @@ namespace
         }
         Library().logEnabled = true;
     }
-
-    int WINAPI NoCharacters(UINT, DWORD, LPCWCH, int, LPSTR, int, LPCCH, LPBOOL)
-    {
-        return 0;
-    }
 } // namespace
 
 TEST(PairPhoneState, StoresCallbackAndNameOfAMatch)
 {
-    Keep(Device("Ana", "a4:c1:38:5e:22:0f", "[device.pairing]\nduration-ms = 0"));
+    Keep(Device("Ana", "a4:c1:38:5e:22:0f", pairsAtOnce));
     Library().destDeviceName.Write("before");
     SubVorlink().IosPairedDevicce("Ana", Host::Callback);
     EXPECT_EQ(Library().pairResultCallback, Host::Callback);
@@ -70,13 +63,13 @@ TEST(PairPhoneState, TakesNoMutex)
 
 TEST(PairPhoneState, NameThatDoesNotConvertMatchesAnEmptyRequestAlone)
 {
-    Keep(Device("Ana", "a4:c1:38:5e:22:0f", "[device.pairing]\nduration-ms = 0"));
-    ReplaceImport(GetModuleHandleW(nullptr), "WideCharToMultiByte", &NoCharacters);
+    Keep(Device("Ana", "a4:c1:38:5e:22:0f", pairsAtOnce));
+    ReplaceImport(GetModuleHandleW(nullptr), "WideCharToMultiByte", ConvertNothing);
     SubVorlink().IosPairedDevicce("Ana", Host::Callback);
-    EXPECT_THAT(LogOf(function), ElementsAre(Record(1222, function, "tname is  param name is Ana"),
-                                             Record(1233, function, "Not Found dest  device")));
+    EXPECT_THAT(LogOf(search), ElementsAre(Record(1222, search, "tname is  param name is Ana"),
+                                           Record(1233, search, "Not Found dest  device")));
     SubVorlink().IosPairedDevicce("", Host::Callback);
-    EXPECT_THAT(LogOf(function).back(), Record(1225, function, "find device "));
+    EXPECT_THAT(LogOf(search).back(), Record(1225, search, "find device "));
 }
 
 // The list's own error, as when an entry goes while the search is under way.
@@ -88,15 +81,7 @@ TEST(PairPhoneState, ErrorOfTheListReachesTheHostBehindTheStoredCallback)
         list.failing = failing;
         ListInPlace const inPlace(list);
         Library().pairResultCallback = OtherHost::Callback;
-        try
-        {
-            SubVorlink().IosPairedDevicce("Ana", Host::Callback);
-            ADD_FAILURE() << "no error of " << failing;
-        }
-        catch (winrt::hresult_error const& error)
-        {
-            EXPECT_EQ(error.code(), list.failure);
-        }
+        EXPECT_EQ(CodeOf([] { SubVorlink().IosPairedDevicce("Ana", Host::Callback); }), list.failure) << failing;
         EXPECT_EQ(list.calls.back(), failing);
         EXPECT_EQ(Library().pairResultCallback, Host::Callback);
         EXPECT_EQ(Host::Count(), 0u);

@@ -1,9 +1,11 @@
 // A ceremony that cannot begin: its device's own calls fail.
 #include "pairing/LibraryState.h"
 #include "pairing/SubVorlink.h"
+#include "tests/support/Codes.h"
 #include "tests/support/Endpoints.h"
 #include "tests/support/Neighbourhood.h"
 #include "tests/support/ProcessEnd.h"
+#include "tests/support/Trace.h"
 
 #include <gtest/gtest.h>
 
@@ -20,17 +22,15 @@ namespace
 
     void PairFailingAt(char const* method)
     {
-        Load(prompt + Device("Headset", "a4:c1:38:5e:22:0f", "[device.pairing]\nduration-ms = 0"));
+        Load(prompt + Device("Headset", "a4:c1:38:5e:22:0f", pairsAtOnce));
         Watcher watcher;
         auto const device = watcher.Devices().at(0);
         vorlink::Library().pairResultCallback = MustNotReport;
-        SimulateFailure(method, static_cast<std::int32_t>(0x80070490));
+        SimulateFailure(method, platformCode);
         vorlink::SubVorlink().PairingDevice(device);
     }
 
-    class PairingDevice : public testing::TestWithParam<char const*>
-    {
-    };
+    using PairingDevice = testing::TestWithParam<char const*>;
 } // namespace
 
 TEST_P(PairingDevice, WithAFailingDeviceEndsTheProcess)
@@ -39,5 +39,4 @@ TEST_P(PairingDevice, WithAFailingDeviceEndsTheProcess)
 }
 
 INSTANTIATE_TEST_SUITE_P(All, PairingDevice,
-                         testing::Values("DeviceInformation.get_Id", "DeviceInformation.get_Pairing"),
-                         [](auto const& test) { return std::string(test.param).substr(sizeof "DeviceInformation"); });
+                         testing::Values("DeviceInformation.get_Id", "DeviceInformation.get_Pairing"), MethodName);

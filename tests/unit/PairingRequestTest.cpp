@@ -11,18 +11,14 @@ namespace
     // Runs the handler on a request of one kind; every call that it makes of the request, in order.
     std::vector<std::string> CallsOnRequest(int kind)
     {
-        test::FakePairingRequest request{static_cast<platform::DevicePairingKinds>(kind)};
+        test::FakePairingRequest request(static_cast<platform::DevicePairingKinds>(kind));
         vorlink::OnPairingRequested(nullptr, request.Projected());
         EXPECT_EQ(request.References(), 1u) << "the request is not kept";
         return request.calls;
     }
 
-    class PairingRequest : public testing::TestWithParam<int>
-    {
-    };
-
-    using AcceptedRequest = PairingRequest;
-    using RequestForAUser = PairingRequest;
+    using AcceptedRequest = testing::TestWithParam<int>;
+    using RequestForAUser = testing::TestWithParam<int>;
 
     std::string Kind(testing::TestParamInfo<int> const& test)
     {

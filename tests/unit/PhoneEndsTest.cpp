@@ -2,11 +2,13 @@
 #include "pairing/LibraryState.h"
 #include "pairing/PhoneWatcher.h"
 #include "pairing/SubVorlink.h"
+#include "tests/support/Codes.h"
 #include "tests/support/FakeWatcher.h"
 #include "tests/support/LogFile.h"
 #include "tests/support/Patience.h"
 #include "tests/support/Phones.h"
 #include "tests/support/ReplacedImport.h"
+#include "tests/support/StandIns.h"
 
 #include <gmock/gmock.h>
 
@@ -24,8 +26,6 @@ using testing::IsEmpty;
 
 namespace
 {
-    constexpr auto refusal = static_cast<HRESULT>(0x8000000E);
-
     platform::IDeviceInformationStatics2* statics = nullptr;
 
     HRESULT WINAPI GiveStatics(HSTRING, REFIID id, void** factory)
@@ -40,8 +40,8 @@ namespace
         PhoneEnds()
         {
             ::statics = &factory;
-            ReplaceImport(GetModuleHandleW(nullptr), "RoGetActivationFactory", &GiveStatics);
-            ReplaceImport(GetModuleHandleW(nullptr), "CreateThread", &StartNone);
+            ReplaceImport(GetModuleHandleW(nullptr), "RoGetActivationFactory", GiveStatics);
+            ReplaceImport(GetModuleHandleW(nullptr), "CreateThread", PretendThread); // whose 25 seconds no test needs
             Library().logEnabled = true;
         }
 
@@ -54,12 +54,6 @@ namespace
         {
             auto const calls = watcher.Calls();
             return std::count(calls.begin(), calls.end(), call);
-        }
-
-        // The library's own thread, whose 25 seconds the tests do not need.
-        static HANDLE WINAPI StartNone(LPSECURITY_ATTRIBUTES, SIZE_T, LPTHREAD_START_ROUTINE, LPVOID, DWORD, LPDWORD)
-        {
-            return CreateEventW(nullptr, TRUE, TRUE, nullptr);
         }
 
         // Not destroyed: the library's state, which holds on to it, is destroyed later.
@@ -80,17 +74,18 @@ TEST_F(PhoneEnds, OfTwoAtATimeOneDoesTheWork)
         return S_OK;
     };
     auto const first = std::async(std::launch::async, StopIosWatcher);
-    ASSERT_EQ(inside.get_future().wait_for(patience), std::future_status::ready);
+    ASSERT_TRUE(IsReady(inside.get_future(), patience));
     auto const second = std::async(std::launch::async, StopIosWatcher);
-    ASSERT_EQ(second.wait_for(patience), std::future_status::ready) << "waits for the first";
+    ASSERT_TRUE(IsReady(second, patience)) << "waits for the first";
     EXPECT_TRUE(Library().IosWatcher) << "until it has stopped";
     EXPECT_FALSE(Start()) << "while one stops";
     EXPECT_THAT(Log(), IsEmpty());
     proceed.set_value();
-    ASSERT_EQ(first.wait_for(patience), std::future_status::ready);
+    ASSERT_TRUE(IsReady(first, patience));
     EXPECT_FALSE(Library().IosWatcher);
     EXPECT_THAT(Log(), ElementsAre(stopped));
-    for (auto const* call : {"remove_Added", "remove_Updated", "remove_EnumerationCompleted", "remove_Stopped", "Stop"})
+    for (auto const* const call :
+         {"remove_Added", "remove_Updated", "remove_EnumerationCompleted", "remove_Stopped", "Stop"})
     {
         EXPECT_EQ(Count(call), 1) << call;
     }
@@ -117,7 +112,7 @@ TEST_F(PhoneEnds, DuringAStartThatFailsIsForgotten)
 {
     watcher.onStart = [] {
         std::thread(StopIosWatcher).join();
-        return refusal;
+        return illegalMethodCall;
     };
     EXPECT_THROW(Start(), winrt::hresult_error);
     EXPECT_TRUE(Library().IosWatcher);
@@ -135,7 +130,7 @@ TEST_F(PhoneEnds, DuringAStartThatThenCannotStopReachesTheHost)
         std::thread(StopIosWatcher).join();
         return S_OK;
     };
-    watcher.onStop = [] { return refusal; };
+    watcher.onStop = [] { return illegalMethodCall; };
     EXPECT_THROW(Start(), winrt::hresult_error);
     EXPECT_TRUE(Library().IosWatcher);
 }
@@ -143,7 +138,7 @@ TEST_F(PhoneEnds, DuringAStartThatThenCannotStopReachesTheHost)
 TEST_F(PhoneEnds, ThatThePlatformRefusesMayBeTriedAgain)
 {
     ASSERT_TRUE(Start());
-    watcher.onStop = [] { return refusal; };
+    watcher.onStop = [] { return illegalMethodCall; };
     EXPECT_THROW(StopIosWatcher(), winrt::hresult_error);
     EXPECT_TRUE(Library().IosWatcher);
     watcher.onStop = [] { return S_OK; };

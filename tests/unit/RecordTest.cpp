@@ -1,3 +1,4 @@
+// A record's bytes, and what becomes of one that is too long.
 #include "log/Record.h"
 
 #include <gmock/gmock.h>
@@ -9,7 +10,7 @@
 #include <string>
 
 using testing::EndsWith;
-using testing::MatchesRegex;
+using testing::HasSubstr;
 using vorlink::FormatInto;
 using vorlink::RecordHead;
 
@@ -79,7 +80,7 @@ TEST(Record, OnlyTheTextBehindTheLastBackslashIsTheFile)
 {
     auto head = Head();
     head.sourcePath = R"(a\b\c.cpp)";
-    EXPECT_THAT(Build(head, "x"), testing::HasSubstr("[File:c.cpp][Line:"));
+    EXPECT_THAT(Build(head, "x"), HasSubstr("[File:c.cpp][Line:"));
 }
 
 TEST(Record, MessageThatEndsInALineFeedGivesAnEmptyLine)

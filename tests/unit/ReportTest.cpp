@@ -1,3 +1,4 @@
+// A pairing's report, byte for byte.
 #include "pairing/Report.h"
 
 #include <gtest/gtest.h>

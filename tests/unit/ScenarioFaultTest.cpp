@@ -1,24 +1,17 @@
 // What is wrong with a wrong scenario, and where.
-#include "simulator/scenario/Scenario.h"
+#include "tests/unit/ScenarioText.h"
 
 #include <gmock/gmock.h>
 
 #include <string>
 
 using namespace simulator;
+using namespace test;
 using testing::HasSubstr;
 using testing::StartsWith;
 
 namespace
 {
-    constexpr std::string_view speakerAddress = "address = \"a4:c1:38:5e:22:0f\"\n";
-
-    // One device with the address above and more keys or tables of its own.
-    std::string Device(std::string_view more)
-    {
-        return "[[device]]\n" + std::string(speakerAddress) + std::string(more);
-    }
-
     std::string Fault(std::string_view toml)
     {
         try
@@ -39,9 +32,7 @@ namespace
         std::string reason;
     };
 
-    class ScenarioFault : public testing::TestWithParam<Faulty>
-    {
-    };
+    using ScenarioFault = testing::TestWithParam<Faulty>;
 
     Faulty const syntax[] = {
         {"\n\nadapter = \n", "3", ""},

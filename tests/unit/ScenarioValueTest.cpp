@@ -21,8 +21,8 @@ TEST(ScenarioValue, FollowsThePropertysKind)
 
 TEST(ScenarioValue, RefusesEverythingElse)
 {
-    for (auto const toml : {"\"true\"", "1", "1.0", "True", "[true]", "true false", "true\nother = 1", " ", "\"",
-                            "true\nvalue = true", "{a = true}"})
+    for (auto const* const toml : {"\"true\"", "1", "1.0", "True", "[true]", "true false", "true\nother = 1", " ", "\"",
+                                   "true\nvalue = true", "{a = true}"})
     {
         EXPECT_THROW(ParseValue("System.Devices.Aep.IsPaired", toml), ScenarioError) << toml;
     }

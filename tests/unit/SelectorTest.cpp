@@ -1,3 +1,4 @@
+// The selectors of discovery runs, character by character.
 #include "pairing/Selector.h"
 
 #include <gtest/gtest.h>

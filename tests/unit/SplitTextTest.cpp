@@ -1,3 +1,4 @@
+// Cutting a text at a pattern.
 #include "pairing/SplitText.h"
 
 #include <gmock/gmock.h>

@@ -1,4 +1,4 @@
-// The LE side's pieces: the thread's body, and the unpairing that it begins.
+// The LE side's pieces: the thread's body, and the leUnpairing that it begins.
 #include "pairing/LibraryState.h"
 #include "pairing/SubVorlink.h"
 #include "pairing/UnpairLeThread.h"
@@ -20,15 +20,13 @@
 using namespace test;
 using namespace vorlink;
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::SizeIs;
+using testing::StartsWith;
 
 namespace
 {
-    constexpr char unpairing[] = "SubVorlink::UnpairBleDevice";
-    constexpr char address[] = "c1:d2:e3:f4:a5:b6";
-    constexpr auto code = static_cast<std::int32_t>(0x80070490);
-
     std::atomic<int> calls = 0;
     std::atomic<bool> success = false;
     std::atomic<int> reserved = -1;
@@ -38,14 +36,14 @@ namespace
     {
         success = succeeded;
         reserved = second;
-        recordsThen = LogOf(unpairing).size();
+        recordsThen = LogOf(leUnpairing).size();
         ++calls;
     }
 
     std::string Paired(std::string const& unpairingKeys)
     {
         return prompt +
-               Device("Tag", address, "protocols = ['le']\nis-paired = true\n[device.unpairing]\n" + unpairingKeys);
+               Device("Tag", tagAddress, "protocols = ['le']\nis-paired = true\n[device.unpairing]\n" + unpairingKeys);
     }
 
     void Prepare(std::string const& scenario)
@@ -56,12 +54,7 @@ namespace
 
     bool WaitForCallback()
     {
-        auto const end = std::chrono::steady_clock::now() + patience;
-        while (calls == 0 && std::chrono::steady_clock::now() < end)
-        {
-            Sleep(1);
-        }
-        return calls == 1;
+        return WaitUntil([] { return calls > 0; }) && calls == 1;
     }
 
     std::atomic<DWORD> leThread = 0;
@@ -79,7 +72,7 @@ namespace
 
     std::string Begin(std::string const& piece)
     {
-        return Record(1066, unpairing, "ble   destStr is " + piece + " ");
+        return Record(1066, leUnpairing, "ble   destStr is " + piece + " ");
     }
 } // namespace
 
@@ -92,7 +85,8 @@ TEST(UnpairBleDevice, CompletesInsideTheCallWhenThePlatformAnswersAtOnce)
     EXPECT_TRUE(success);
     EXPECT_EQ(reserved, 0);
     EXPECT_EQ(recordsThen, 1u);
-    EXPECT_THAT(LogOf(unpairing), ElementsAre(Begin("f4:a5:b6"), Record(1083, unpairing, "unpaired device success")));
+    EXPECT_THAT(LogOf(leUnpairing),
+                ElementsAre(Begin("f4:a5:b6"), Record(1083, leUnpairing, "unpaired device success")));
 }
 
 TEST(UnpairBleDevice, ReturnsAtItsFirstWait)
@@ -102,11 +96,12 @@ TEST(UnpairBleDevice, ReturnsAtItsFirstWait)
     object.UnpairBleDevice("f4:a5:b6", Callback);
     EXPECT_EQ(calls, 0);
     EXPECT_TRUE(Library().enumerationFinished) << "the match has ended the run";
-    ASSERT_TRUE(SimulateUnpairingCompletes(LeId(address).c_str(), 4)) << SimulatorLastError();
+    ASSERT_TRUE(SimulateUnpairingCompletes(LeId(tagAddress).c_str(), 4)) << SimulatorLastError();
     ASSERT_TRUE(WaitForCallback());
     EXPECT_FALSE(success);
     EXPECT_EQ(recordsThen, 2u);
-    EXPECT_THAT(LogOf(unpairing), ElementsAre(Begin("f4:a5:b6"), Record(1089, unpairing, "unpaired device failed")));
+    EXPECT_THAT(LogOf(leUnpairing),
+                ElementsAre(Begin("f4:a5:b6"), Record(1089, leUnpairing, "unpaired device failed")));
 }
 
 TEST(UnpairBleDevice, ReportsSuccessForAnEndpointThatIsNotThere)
@@ -117,21 +112,22 @@ TEST(UnpairBleDevice, ReportsSuccessForAnEndpointThatIsNotThere)
     ASSERT_EQ(calls, 1);
     EXPECT_TRUE(success);
     EXPECT_EQ(recordsThen, 2u);
-    EXPECT_THAT(LogOf(unpairing), ElementsAre(Begin("F4:A5:B6"), Record(1071, unpairing, "unpaired device failed")));
+    EXPECT_THAT(LogOf(leUnpairing),
+                ElementsAre(Begin("F4:A5:B6"), Record(1071, leUnpairing, "unpaired device failed")));
     EXPECT_THAT(Trace({"DeviceInformationPairing."}), IsEmpty());
 }
 
 TEST(UnpairBleDevice, RecordsAnErrorAndReportsNothing)
 {
     Prepare(Paired("duration-ms = 0"));
-    ASSERT_TRUE(SimulateFailure("DeviceWatcher.Start", code)) << SimulatorLastError();
+    ASSERT_TRUE(SimulateFailure("DeviceWatcher.Start", platformCode)) << SimulatorLastError();
     SubVorlink object;
     EXPECT_NO_THROW(object.UnpairBleDevice("f4:a5:b6", Callback));
     EXPECT_EQ(calls, 0);
-    auto const records = LogOf(unpairing);
+    auto const records = LogOf(leUnpairing);
     ASSERT_THAT(records, SizeIs(1)) << "the error comes before the first record";
-    EXPECT_THAT(records[0], testing::StartsWith("[File:SubVorlink][Line:1101][Function:SubVorlink::UnpairBleDevice] "
-                                                "exception -> "));
+    EXPECT_THAT(records[0], StartsWith("[File:SubVorlink][Line:1101][Function:SubVorlink::UnpairBleDevice] "
+                                       "exception -> "));
 }
 
 TEST(UnpairBleDevice, RecordsAnErrorThatComesLater)
@@ -139,16 +135,12 @@ TEST(UnpairBleDevice, RecordsAnErrorThatComesLater)
     Prepare(Paired("duration-ms = 'never'"));
     SubVorlink object;
     object.UnpairBleDevice("f4:a5:b6", Callback);
-    ASSERT_TRUE(SimulateUnpairingFails(LeId(address).c_str(), code)) << SimulatorLastError();
-    auto const end = std::chrono::steady_clock::now() + patience;
-    while (LogOf(unpairing).size() < 2 && std::chrono::steady_clock::now() < end)
-    {
-        Sleep(1);
-    }
+    ASSERT_TRUE(SimulateUnpairingFails(LeId(tagAddress).c_str(), platformCode)) << SimulatorLastError();
+    ASSERT_TRUE(WaitUntil([] { return LogOf(leUnpairing).size() >= 2; }));
     Sleep(static_cast<DWORD>(moment.count()));
     EXPECT_EQ(calls, 0);
-    ASSERT_THAT(LogOf(unpairing), SizeIs(2));
-    EXPECT_THAT(LogOf(unpairing)[1], testing::HasSubstr("[Line:1101]"));
+    ASSERT_THAT(LogOf(leUnpairing), SizeIs(2));
+    EXPECT_THAT(LogOf(leUnpairing)[1], HasSubstr("[Line:1101]"));
 }
 
 TEST(UnpairLeThread, LastsForFourTenthsOfASecondAndAwaitsNoAnswer)
@@ -156,13 +148,13 @@ TEST(UnpairLeThread, LastsForFourTenthsOfASecondAndAwaitsNoAnswer)
     Prepare(Paired("duration-ms = 'never'"));
     SubVorlink object;
     auto const start = std::chrono::steady_clock::now();
-    UnpairLeThread(object, address, Callback);
+    UnpairLeThread(object, tagAddress, Callback);
     auto const duration = std::chrono::steady_clock::now() - start;
     EXPECT_GE(duration, std::chrono::milliseconds(390));
     EXPECT_LT(duration, std::chrono::milliseconds(2500));
     EXPECT_EQ(calls, 0);
     EXPECT_THAT(Trace({"DeviceInformationPairing.UnpairAsync("}), SizeIs(1));
-    ASSERT_TRUE(SimulateUnpairingCompletes(LeId(address).c_str(), 0)) << SimulatorLastError();
+    ASSERT_TRUE(SimulateUnpairingCompletes(LeId(tagAddress).c_str(), 0)) << SimulatorLastError();
     EXPECT_TRUE(WaitForCallback());
     EXPECT_TRUE(success);
 }
@@ -174,7 +166,7 @@ TEST(UnpairLeThread, SleepsFourTimesForATenthOfASecond)
     SubVorlink object;
     std::thread([&] {
         leThread = GetCurrentThreadId();
-        UnpairLeThread(object, address, Callback);
+        UnpairLeThread(object, tagAddress, Callback);
         leThread = 0; // the thread's own end may sleep too
     }).join();
     EXPECT_THAT(sleeps, ElementsAre(100, 100, 100, 100));

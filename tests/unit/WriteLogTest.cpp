@@ -1,3 +1,4 @@
+// The log's file: when it is touched, and what is appended.
 #include "log/WriteLog.h"
 #include "tests/support/LogFile.h"
 #include "tests/support/Patience.h"
@@ -10,9 +11,7 @@
 #include <fstream>
 #include <future>
 
-using test::Log;
-using test::LogExists;
-using test::Record;
+using namespace test;
 using testing::ElementsAre;
 using vorlink::WriteLog;
 
@@ -46,7 +45,7 @@ TEST(WriteLog, SwitchedOffLeavesAnExistingFileAsItIs)
 {
     std::ofstream("log.log", std::ios::binary) << "before";
     WriteLog(false, path, 1, "f", "message");
-    EXPECT_EQ(test::ReadFile("log.log"), "before");
+    EXPECT_EQ(ReadFile("log.log"), "before");
 }
 
 TEST(WriteLog, FirstRecordCreatesTheFileWithExactlyOneLine)
@@ -59,7 +58,7 @@ TEST(WriteLog, RecordsAreAppended)
 {
     std::ofstream("log.log", std::ios::binary) << "before\n";
     WriteLog(true, path, 1, "f", "%d %s", 7, "seven");
-    std::string const text = test::ReadFile("log.log");
+    std::string const text = ReadFile("log.log");
     EXPECT_TRUE(text.starts_with("before\n"));
     EXPECT_TRUE(text.ends_with("[File:SubVorlink][Line:1][Function:f] 7 seven\n"));
 }
@@ -67,7 +66,7 @@ TEST(WriteLog, RecordsAreAppended)
 TEST(WriteLog, LinesEndInASingleLineFeed)
 {
     WriteLog(true, path, 1, "f", "message");
-    EXPECT_EQ(test::ReadFile("log.log").find('\r'), std::string::npos);
+    EXPECT_EQ(ReadFile("log.log").find('\r'), std::string::npos);
 }
 
 TEST(WriteLog, MessageThatEndsInALineFeedLeavesAnEmptyLine)
@@ -107,11 +106,11 @@ TEST(WriteLog, FollowsTheCurrentDirectory)
 
 TEST(WriteLog, HeldUpOnOneThreadHoldsUpNoOther)
 {
-    test::ReplaceImport(GetModuleHandleW(nullptr), "_getcwd", HoldTheFirst);
+    ReplaceImport(GetModuleHandleW(nullptr), "_getcwd", HoldTheFirst);
     auto const held = std::async(std::launch::async, [] { WriteLog(true, path, 1, "f", "held up"); });
-    ASSERT_EQ(firstAsks.get_future().wait_for(test::patience), std::future_status::ready);
+    ASSERT_TRUE(IsReady(firstAsks.get_future(), patience));
     auto const other = std::async(std::launch::async, [] { WriteLog(true, path, 2, "f", "passes"); });
-    EXPECT_EQ(other.wait_for(test::patience), std::future_status::ready);
+    EXPECT_TRUE(IsReady(other, patience));
     EXPECT_THAT(Log(), ElementsAre(Record(2, "f", "passes")));
     firstMayGoOn.set_value();
     held.wait();

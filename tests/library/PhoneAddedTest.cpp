@@ -1,6 +1,7 @@
-// What the phone watcher makes of the platform's events: whom it reports, what it keeps.
+// What the phone watcher makes of arrivals: whom it reports, what it keeps.
 #include "tests/library/PhoneHost.h"
 #include "tests/support/ReplacedImport.h"
+#include "tests/support/StandIns.h"
 
 #include <windows.h>
 
@@ -8,32 +9,6 @@ using namespace test;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
-
-namespace
-{
-    int WINAPI NoCharacters(UINT, DWORD, LPCWCH, int, LPSTR, int, LPCCH, LPBOOL)
-    {
-        return 0;
-    }
-
-    void Rename(std::string const& id, char const* name)
-    {
-        ASSERT_TRUE(SimulateDeviceChanges(id.c_str(), "System.ItemNameDisplay", name)) << SimulatorLastError();
-        ASSERT_TRUE(SimulatorWaitIdle(20'000));
-    }
-
-    void Leave(std::string const& id)
-    {
-        ASSERT_TRUE(SimulateDeviceLeaves(id.c_str())) << SimulatorLastError();
-        ASSERT_TRUE(SimulatorWaitIdle(20'000));
-    }
-
-    void Repeat(std::string const& id)
-    {
-        ASSERT_TRUE(SimulateDeviceRepeats(id.c_str())) << SimulatorLastError();
-        ASSERT_TRUE(SimulatorWaitIdle(20'000));
-    }
-} // namespace
 
 TEST(PhoneAdded, IsReportedWithItsLengthOnThePlatformsThread)
 {
@@ -123,7 +98,7 @@ TEST(PhoneAdded, SixLettersOutsideTheBasicPlaneAreTwelveUnits)
 
 TEST(PhoneAdded, NameThatDoesNotConvertIsRecordedEmptyAndReportedWhole)
 {
-    ReplaceImport(LibraryModule(), "WideCharToMultiByte", &NoCharacters);
+    ReplaceImport(LibraryModule(), "WideCharToMultiByte", ConvertNothing);
     Watching(Device("Ana", addressA));
     EXPECT_THAT(Phones::Names(), ElementsAre(L"Ana"));
     EXPECT_THAT(Log(), ElementsAre(AddedRecord("")));
@@ -136,7 +111,7 @@ TEST(PhoneAdded, InFlightWhenTheWatcherStopsIsStillKeptAndGoesToTheLatestCallbac
     EXPECT_FALSE(vorlink->StartIosWatcher(OtherPhones::Callback));
     SimulatorReleaseEvents();
     ASSERT_TRUE(OtherPhones::WaitFor(1));
-    ASSERT_TRUE(SimulatorWaitIdle(20'000));
+    ASSERT_TRUE(WaitIdle());
     EXPECT_THAT(Phones::Names(), ElementsAre(L"Ana"));
     EXPECT_THAT(OtherPhones::Names(), ElementsAre(L"Ben"));
     EXPECT_THAT(Kept(*vorlink), ElementsAre("Ana", "Ben"));
@@ -149,73 +124,4 @@ TEST(PhoneAdded, WithConversionsInItsNameIsNotInterpreted)
     EXPECT_THAT(Phones::Names(), ElementsAre(L"%s%n%d%%"));
     EXPECT_THAT(Log(), ElementsAre(AddedRecord("%s%n%d%%")));
     EXPECT_THAT(Kept(*vorlink), ElementsAre("%s%n%d%%"));
-}
-
-TEST(PhoneUpdated, BringsTheKeptEndpointUpToDateUnreported)
-{
-    auto const vorlink = Watching(Device("Ana", addressA) + Device("", addressB) + Device("Cat", addressC));
-    Rename(idB, "\"Late\"");
-    EXPECT_THAT(Phones::Names(), ElementsAre(L"Ana", L"Cat"));
-    EXPECT_THAT(Kept(*vorlink), ElementsAre("Ana", "Late", "Cat"));
-}
-
-TEST(PhoneUpdated, ChangesTheFirstOfTwoAndLooksNoFurther)
-{
-    auto const vorlink = Watching(Device("Ana", addressA) + Device("Ben", addressB));
-    Repeat(idA);
-    SimulatorClearTrace();
-    Rename(idA, "\"New\"");
-    EXPECT_THAT(Trace({"DeviceInformation.get_Id", "DeviceInformation.Update"}), SizeIs(2));
-    EXPECT_THAT(Kept(*vorlink), ElementsAre("New", "Ben", "Ana"));
-}
-
-TEST(PhoneUpdated, UnknownChangesNothing)
-{
-    auto const vorlink = Watching(Device("Ana", addressA) + Device("Ben", addressB));
-    vorlink->Uninitialize();
-    Repeat(idB);
-    Rename(idA, "\"New\"");
-    EXPECT_THAT(Trace({"! DeviceWatcher.Updated"}), SizeIs(1));
-    EXPECT_THAT(Trace({"DeviceInformation.Update"}), IsEmpty());
-    EXPECT_THAT(Kept(*vorlink), ElementsAre("Ben"));
-}
-
-TEST(PhoneRemoved, IsForgotten)
-{
-    auto const vorlink = Watching(Device("Ana", addressA) + Device("Ben", addressB) + Device("Cat", addressC));
-    Leave(idB);
-    EXPECT_THAT(Kept(*vorlink), ElementsAre("Ana", "Cat"));
-}
-
-TEST(PhoneRemoved, OfTwoTheFirstIsForgotten)
-{
-    auto const vorlink = Watching(Device("Ana", addressA) + Device("Ben", addressB));
-    Repeat(idA);
-    Rename(idA, "\"First\"");
-    ASSERT_THAT(Kept(*vorlink), ElementsAre("First", "Ben", "Ana"));
-    Leave(idA);
-    EXPECT_THAT(Kept(*vorlink), ElementsAre("Ben", "Ana"));
-}
-
-TEST(PhoneRemoved, UnknownChangesNothing)
-{
-    auto const vorlink = Watching(Device("Ana", addressA) + Device("Ben", addressB));
-    vorlink->Uninitialize();
-    Repeat(idB);
-    Leave(idA);
-    EXPECT_THAT(Trace({"! DeviceWatcher.Removed"}), SizeIs(1));
-    EXPECT_THAT(Kept(*vorlink), ElementsAre("Ben"));
-}
-
-TEST(PhoneRemoved, InFlightWhenTheWatcherStopsIsForgotten)
-{
-    auto const vorlink = Watching(Device("Ana", addressA) + Device("Ben", addressB));
-    SimulatorHoldEvents();
-    ASSERT_TRUE(SimulateDeviceLeaves(idA.c_str()));
-    ASSERT_TRUE(WaitForCall(("! DeviceWatcher.Removed(#1, " + idA + ")").c_str()));
-    EXPECT_FALSE(vorlink->StartIosWatcher(Phones::Callback));
-    SimulatorReleaseEvents();
-    ASSERT_TRUE(SimulatorWaitIdle(20'000));
-    EXPECT_THAT(LogOf("StopIosWatcher"), ElementsAre(StopRecord(2)));
-    EXPECT_THAT(Kept(*vorlink), ElementsAre("Ben"));
 }
