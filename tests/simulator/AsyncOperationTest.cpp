@@ -5,27 +5,27 @@
 
 #include <memory>
 
-using namespace client;
+using namespace test;
 
 namespace
 {
-    class AsyncOperationTest : public SimulatorTest
+    class AsyncOperation : public SimulatorTest
     {
     protected:
         void SetUp() override
         {
             SimulatorTest::SetUp();
-            Play(Room("[device.pairing]\nduration-ms = \"never\"\n"));
+            LoadPairing("duration-ms = 'never'");
             pairer = std::make_unique<Pairer>(speaker);
             operation = pairer->Begin();
             info = operation.As<IAsyncInfo>();
-            WaitIdle();
+            ASSERT_TRUE(WaitIdle());
         }
 
         void Complete()
         {
             ASSERT_EQ(SimulatePairingCompletes(speaker, 0), 1);
-            WaitIdle();
+            ASSERT_TRUE(WaitIdle());
         }
 
         Com<PairingCompletedHandler> Counting()
@@ -42,13 +42,13 @@ namespace
         std::unique_ptr<Pairer> pairer;
         Com<PairingOperation> operation;
         Com<IAsyncInfo> info;
-        std::atomic<int> calls{0};
-        std::atomic<DWORD> thread{0};
-        std::atomic<AsyncStatus> last{AsyncStatus::Started};
+        std::atomic<int> calls = 0;
+        std::atomic<DWORD> thread = 0;
+        std::atomic<AsyncStatus> last = AsyncStatus::Started;
     };
 } // namespace
 
-TEST_F(AsyncOperationTest, IsStartedAtFirst)
+TEST_F(AsyncOperation, IsStartedAtFirst)
 {
     EXPECT_EQ(StatusOf(operation), AsyncStatus::Started);
     UINT32 id = 0;
@@ -62,7 +62,7 @@ TEST_F(AsyncOperationTest, IsStartedAtFirst)
     EXPECT_EQ(info->Close(), illegalStateChange);
 }
 
-TEST_F(AsyncOperationTest, CallsTheHandlerOnAnotherThread)
+TEST_F(AsyncOperation, CallsTheHandlerOnAnotherThread)
 {
     EXPECT_EQ(operation->put_Completed(Counting().Get()), S_OK);
     EXPECT_EQ(calls, 0);
@@ -72,7 +72,7 @@ TEST_F(AsyncOperationTest, CallsTheHandlerOnAnotherThread)
     EXPECT_NE(thread, GetCurrentThreadId());
 }
 
-TEST_F(AsyncOperationTest, ACallIsWaitedForUntilItHasReturned)
+TEST_F(AsyncOperation, ACallIsWaitedForUntilItHasReturned)
 {
     Complete();
     constexpr auto call = "AsyncOperation.put_Completed(";
@@ -84,7 +84,7 @@ TEST_F(AsyncOperationTest, ACallIsWaitedForUntilItHasReturned)
     EXPECT_EQ(SimulatorWaitForTrace(call, 1, 0), 1);
 }
 
-TEST_F(AsyncOperationTest, CallsAHandlerThatComesLaterAtOnceOnItsThread)
+TEST_F(AsyncOperation, CallsAHandlerThatComesLaterAtOnceOnItsThread)
 {
     Complete();
     EXPECT_EQ(operation->put_Completed(Counting().Get()), S_OK);
@@ -93,7 +93,7 @@ TEST_F(AsyncOperationTest, CallsAHandlerThatComesLaterAtOnceOnItsThread)
     EXPECT_EQ(thread, GetCurrentThreadId());
 }
 
-TEST_F(AsyncOperationTest, TakesOneHandlerOnly)
+TEST_F(AsyncOperation, TakesOneHandlerOnly)
 {
     EXPECT_EQ(operation->put_Completed(Counting().Get()), S_OK);
     EXPECT_EQ(operation->put_Completed(Counting().Get()), illegalDelegateAssignment);
@@ -102,7 +102,7 @@ TEST_F(AsyncOperationTest, TakesOneHandlerOnly)
     EXPECT_EQ(calls, 1);
 }
 
-TEST_F(AsyncOperationTest, ShowsItsHandlerWhileItWaits)
+TEST_F(AsyncOperation, ShowsItsHandlerWhileItWaits)
 {
     auto const handler = Counting();
     Com<PairingCompletedHandler> got;
@@ -113,7 +113,7 @@ TEST_F(AsyncOperationTest, ShowsItsHandlerWhileItWaits)
     EXPECT_EQ(got.Get(), handler.Get());
 }
 
-TEST_F(AsyncOperationTest, GivesItsResultAnyNumberOfTimes)
+TEST_F(AsyncOperation, GivesItsResultAnyNumberOfTimes)
 {
     Complete();
     for (int time = 0; time < 2; ++time)
@@ -124,12 +124,12 @@ TEST_F(AsyncOperationTest, GivesItsResultAnyNumberOfTimes)
     }
 }
 
-TEST_F(AsyncOperationTest, IsCanceledOnDemand)
+TEST_F(AsyncOperation, IsCanceledOnDemand)
 {
     operation->put_Completed(Counting().Get());
     EXPECT_EQ(info->Cancel(), S_OK);
     EXPECT_EQ(StatusOf(operation), AsyncStatus::Canceled);
-    WaitIdle();
+    ASSERT_TRUE(WaitIdle());
     EXPECT_EQ(calls, 1);
     EXPECT_EQ(last, AsyncStatus::Canceled);
     EXPECT_NE(thread, GetCurrentThreadId());
@@ -140,14 +140,14 @@ TEST_F(AsyncOperationTest, IsCanceledOnDemand)
     EXPECT_EQ(SimulatePairingCompletes(speaker, 0), 0);
 }
 
-TEST_F(AsyncOperationTest, IgnoresACancellationThatComesTooLate)
+TEST_F(AsyncOperation, IgnoresACancellationThatComesTooLate)
 {
     Complete();
     EXPECT_EQ(info->Cancel(), S_OK);
     EXPECT_EQ(StatusOf(operation), AsyncStatus::Completed);
 }
 
-TEST_F(AsyncOperationTest, AnswersNothingOnceClosed)
+TEST_F(AsyncOperation, AnswersNothingOnceClosed)
 {
     Complete();
     EXPECT_EQ(info->Close(), S_OK);
@@ -165,11 +165,11 @@ TEST_F(AsyncOperationTest, AnswersNothingOnceClosed)
     EXPECT_EQ(calls, 0);
 }
 
-TEST_F(AsyncOperationTest, FailsWithItsCode)
+TEST_F(AsyncOperation, FailsWithItsCode)
 {
     operation->put_Completed(Counting().Get());
     ASSERT_EQ(SimulatePairingFails(speaker, E_OUTOFMEMORY), 1);
-    WaitIdle();
+    ASSERT_TRUE(WaitIdle());
     EXPECT_EQ(last, AsyncStatus::Error);
     HRESULT code = S_OK;
     EXPECT_EQ(info->get_ErrorCode(&code), S_OK);
@@ -179,7 +179,7 @@ TEST_F(AsyncOperationTest, FailsWithItsCode)
     EXPECT_EQ(info->Close(), S_OK);
 }
 
-TEST_F(AsyncOperationTest, RefusesNullResults)
+TEST_F(AsyncOperation, RefusesNullResults)
 {
     EXPECT_EQ(info->get_Id(nullptr), E_POINTER);
     EXPECT_EQ(info->get_Status(nullptr), E_POINTER);
@@ -188,7 +188,7 @@ TEST_F(AsyncOperationTest, RefusesNullResults)
     EXPECT_EQ(operation->get_Completed(nullptr), E_POINTER);
 }
 
-TEST_F(AsyncOperationTest, IsAgileAndNamed)
+TEST_F(AsyncOperation, IsAgileAndNamed)
 {
     EXPECT_EQ(ClassNameOf(operation.Get()),
               "Windows.Foundation.IAsyncOperation`1<Windows.Devices.Enumeration.DevicePairingResult>");
@@ -197,13 +197,13 @@ TEST_F(AsyncOperationTest, IsAgileAndNamed)
     EXPECT_FALSE(operation.Answers<UnpairingOperation>());
 }
 
-TEST_F(AsyncOperationTest, MayBeForgottenWhileItRuns)
+TEST_F(AsyncOperation, MayBeForgottenWhileItRuns)
 {
     operation->put_Completed(Counting().Get());
     info.Reset();
     auto* const expected = operation.Get();
     EXPECT_EQ(SimulatePairingCompletes(speaker, 0), 1);
-    WaitIdle();
+    ASSERT_TRUE(WaitIdle());
     EXPECT_EQ(expected, operation.Get());
     operation.Reset();
     EXPECT_EQ(calls, 1);

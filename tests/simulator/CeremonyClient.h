@@ -7,9 +7,20 @@
 
 #include <mutex>
 
-namespace client
+namespace test
 {
     constexpr auto anyKind = static_cast<DevicePairingKinds>(63);
+
+    // A room whose speaker pairs as the keys say.
+    inline void LoadPairing(std::string const& keys)
+    {
+        Load(Room("[device.pairing]\n" + keys + "\n"));
+    }
+
+    constexpr int Number(DevicePairingResultStatus status)
+    {
+        return static_cast<int>(status);
+    }
 
     class Pairer
     {
@@ -54,7 +65,7 @@ namespace client
 
         static int Outcome(Com<PairingOperation> const& operation)
         {
-            EXPECT_EQ(SimulatorWaitIdle(patience), 1) << Trace();
+            EXPECT_TRUE(WaitIdle()) << TraceText();
             EXPECT_EQ(StatusOf(operation), AsyncStatus::Completed);
             Com<IDevicePairingResult> result;
             EXPECT_EQ(operation->GetResults(result.Put()), S_OK);
@@ -69,8 +80,8 @@ namespace client
 
         Com<IDeviceInformation> device;
         Com<IDeviceInformationCustomPairing> custom;
-        std::atomic<int> requests{0};
-        std::atomic<DWORD> thread{0};
+        std::atomic<int> requests = 0;
+        std::atomic<DWORD> thread = 0;
 
     private:
         Answer m_answer;
@@ -78,7 +89,7 @@ namespace client
 
     inline int UnpairOutcome(Com<UnpairingOperation> const& operation)
     {
-        EXPECT_EQ(SimulatorWaitIdle(patience), 1) << Trace();
+        EXPECT_TRUE(WaitIdle()) << TraceText();
         EXPECT_EQ(StatusOf(operation), AsyncStatus::Completed);
         Com<IDeviceUnpairingResult> result;
         EXPECT_EQ(operation->GetResults(result.Put()), S_OK);
@@ -97,4 +108,4 @@ namespace client
         EXPECT_EQ(PairingOf(device).As<IDeviceInformationPairing2>()->UnpairAsync(operation.Put()), S_OK);
         return operation;
     }
-} // namespace client
+} // namespace test

@@ -10,7 +10,7 @@
 #include <mutex>
 #include <sstream>
 
-namespace client
+namespace test
 {
     namespace
     {
@@ -143,25 +143,25 @@ appears-ms = "never"
     void SimulatorTest::SetUp()
     {
         ASSERT_HRESULT_SUCCEEDED(RoInitialize(RO_INIT_MULTITHREADED));
-        Play(Room());
+        Load(Room());
     }
 
-    void SimulatorTest::Play(std::string const& scenario)
+    HRESULT Activate(char const* className, GUID const& id, void** factory)
     {
-        ASSERT_EQ(SimulateScenario(scenario.c_str()), 1) << SimulatorLastError();
+        return RoGetActivationFactory(String(className).Get(), id, factory);
     }
 
-    void SimulatorTest::WaitIdle()
+    HRESULT ActivateOnce()
     {
-        ASSERT_EQ(SimulatorWaitIdle(patience), 1) << Trace();
+        Com<IDeviceInformationStatics> statics;
+        return Activate(deviceInformation, iid_of<IDeviceInformationStatics>, reinterpret_cast<void**>(statics.Put()));
     }
 
     Com<IDeviceInformationStatics> Statics()
     {
         Com<IDeviceInformationStatics> statics;
-        String const name("Windows.Devices.Enumeration.DeviceInformation");
-        EXPECT_HRESULT_SUCCEEDED(RoGetActivationFactory(name.Get(), iid_of<IDeviceInformationStatics>,
-                                                        reinterpret_cast<void**>(statics.Put())));
+        EXPECT_HRESULT_SUCCEEDED(
+            Activate(deviceInformation, iid_of<IDeviceInformationStatics>, reinterpret_cast<void**>(statics.Put())));
         return statics;
     }
 
@@ -207,10 +207,10 @@ appears-ms = "never"
                            }).Get(),
                            &token);
         EXPECT_HRESULT_SUCCEEDED(watcher->Start());
-        EXPECT_EQ(SimulatorWaitIdle(patience), 1);
+        EXPECT_TRUE(WaitIdle());
         EXPECT_HRESULT_SUCCEEDED(watcher->remove_Added(token));
         EXPECT_HRESULT_SUCCEEDED(watcher->Stop());
-        EXPECT_EQ(SimulatorWaitIdle(patience), 1);
+        EXPECT_TRUE(WaitIdle());
         EXPECT_TRUE(found) << id;
         return found;
     }
@@ -276,29 +276,10 @@ appears-ms = "never"
         return name.Utf8();
     }
 
-    std::string Trace()
+    std::vector<std::string> TraceWith(std::string const& part)
     {
-        std::string text(SimulatorTrace(nullptr, 0) + 65536, '\0');
-        text.resize(std::min(SimulatorTrace(text.data(), text.size()), text.size()) - 1);
-        return text;
-    }
-
-    std::vector<std::string> TraceLines(std::string const& containing)
-    {
-        std::istringstream stream(Trace());
-        std::vector<std::string> lines;
-        for (std::string line; std::getline(stream, line);)
-        {
-            if (line.find(containing) != std::string::npos)
-            {
-                lines.push_back(line);
-            }
-        }
+        auto lines = Trace({""});
+        std::erase_if(lines, [&](std::string const& line) { return line.find(part) == std::string::npos; });
         return lines;
     }
-
-    std::string WithoutThread(std::string const& line)
-    {
-        return line.substr(line.find(' ') + 1);
-    }
-} // namespace client
+} // namespace test

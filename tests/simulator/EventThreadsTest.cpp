@@ -1,75 +1,21 @@
 // Watchers that raise their events on several threads.
+#include "tests/simulator/Gate.h"
 #include "tests/simulator/Recorder.h"
 
 #include <algorithm>
-#include <chrono>
-#include <condition_variable>
 #include <iterator>
 #include <optional>
-#include <set>
-#include <string>
 #include <thread>
-#include <vector>
 
-using namespace client;
+using namespace test;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::SizeIs;
+using testing::StartsWith;
 using testing::UnorderedElementsAre;
 
 namespace
 {
-    constexpr std::chrono::milliseconds moment{300};
-
-    // A door that handlers wait at, and the count of those who do.
-    class Gate
-    {
-    public:
-        HRESULT Pass()
-        {
-            std::unique_lock lock(m_mutex);
-            m_threads.insert(GetCurrentThreadId());
-            ++m_inside;
-            m_most = std::max(m_most, m_inside);
-            m_changed.notify_all();
-            EXPECT_TRUE(m_changed.wait_for(lock, std::chrono::milliseconds(patience), [&] { return m_open; }));
-            --m_inside;
-            return S_OK;
-        }
-
-        bool WaitFor(int inside, std::chrono::milliseconds limit = std::chrono::milliseconds(patience))
-        {
-            std::unique_lock lock(m_mutex);
-            return m_changed.wait_for(lock, limit, [&] { return m_inside >= inside; });
-        }
-
-        void Open()
-        {
-            std::lock_guard const lock(m_mutex);
-            m_open = true;
-            m_changed.notify_all();
-        }
-
-        int Most()
-        {
-            std::lock_guard const lock(m_mutex);
-            return m_most;
-        }
-
-        std::size_t Threads()
-        {
-            std::lock_guard const lock(m_mutex);
-            return m_threads.size();
-        }
-
-    private:
-        std::mutex m_mutex;
-        std::condition_variable m_changed;
-        std::set<DWORD> m_threads;
-        bool m_open = false;
-        int m_inside = 0;
-        int m_most = 0;
-    };
-
     class EventThreads : public SimulatorTest
     {
     protected:
@@ -78,9 +24,9 @@ namespace
         std::optional<Recorder> recorder;
 
         // A watcher whose handlers of Added wait at the gate, behind those that write down.
-        void Make(int threads, std::string const& top = "enumeration-completes-ms = \"never\"")
+        void Make(int threads, std::string const& top = "enumeration-completes-ms = 'never'")
         {
-            Play(Room({}, {}, top + "\nevent-threads = " + std::to_string(threads)));
+            Load(Room({}, {}, top + "\nevent-threads = " + std::to_string(threads)));
             watcher = MakeWatcher();
             recorder.emplace(watcher);
             EventRegistrationToken token{};
@@ -91,7 +37,7 @@ namespace
         void TearDown() override
         {
             gate.Open();
-            WaitIdle();
+            ASSERT_TRUE(WaitIdle());
         }
 
         std::vector<std::string> HeardAtTheEnd()
@@ -100,12 +46,6 @@ namespace
             return recorder->Heard();
         }
     };
-
-    std::string const addedSpeaker = std::string("Added ") + speaker;
-    std::string const addedMouse = std::string("Added ") + mouse;
-    std::string const addedLamp = std::string("Added ") + lamp;
-    constexpr auto completed = "EnumerationCompleted in status 2";
-    constexpr auto stopped = "Stopped in status 4";
 
     int Rename(char const* id)
     {
@@ -135,7 +75,7 @@ TEST_F(EventThreads, AreNoMoreThanTheScenarioSays)
 
 TEST_F(EventThreads, AreOneUnlessTheScenarioSaysOtherwise)
 {
-    Play(Room({}, {}, "enumeration-completes-ms = \"never\""));
+    Load(Room({}, {}, "enumeration-completes-ms = 'never'"));
     watcher = MakeWatcher();
     recorder.emplace(watcher);
     EventRegistrationToken token{};
@@ -169,16 +109,16 @@ TEST_F(EventThreads, CompleteWhenAllRaisedBeforeHasBeenDelivered)
     watcher->Start();
     ASSERT_TRUE(gate.WaitFor(2));
     std::this_thread::sleep_for(moment);
-    EXPECT_THAT(TraceLines("! DeviceWatcher.EnumerationCompleted"), IsEmpty());
+    EXPECT_THAT(TraceWith("! DeviceWatcher.EnumerationCompleted"), IsEmpty());
     EXPECT_EQ(StatusOf(watcher), DeviceWatcherStatus::Started);
     auto const heard = HeardAtTheEnd();
-    EXPECT_THAT(heard, testing::SizeIs(3));
+    EXPECT_THAT(heard, SizeIs(3));
     EXPECT_EQ(heard.back(), completed);
 }
 
 TEST_F(EventThreads, GoOnBesideTheCompletionsHandlers)
 {
-    Play(Room({}, {}, "enumeration-completes-ms = \"never\"\nevent-threads = 2"));
+    Load(Room({}, {}, "enumeration-completes-ms = 'never'\nevent-threads = 2"));
     watcher = MakeWatcher();
     recorder.emplace(watcher);
     EventRegistrationToken token{};
@@ -188,16 +128,16 @@ TEST_F(EventThreads, GoOnBesideTheCompletionsHandlers)
     recorder->Heard();
     SimulatorHoldEvents();
     Rename(mouse);
-    ASSERT_EQ(SimulatorWaitForTrace("! DeviceWatcher.Updated", 1, patience), 1);
+    ASSERT_TRUE(WaitForCall("! DeviceWatcher.Updated"));
     SimulateEnumerationCompletes();
     SimulateDeviceAppears(lamp); // waits behind the completion, which waits for the mouse
     SimulatorReleaseEvents();
-    ASSERT_EQ(SimulatorWaitForTrace((std::string("! DeviceWatcher.Added(#1, ") + lamp).c_str(), 1, patience), 1);
+    ASSERT_TRUE(WaitForCall(std::string("! DeviceWatcher.Added(#1, ") + lamp));
     ASSERT_TRUE(gate.WaitFor(1));
     auto const heard = HeardAtTheEnd();
     EXPECT_THAT(
         heard, UnorderedElementsAre(std::string("Updated ") + mouse + " System.ItemNameDisplay", completed, addedLamp));
-    EXPECT_THAT(heard.front(), testing::StartsWith("Updated"));
+    EXPECT_THAT(heard.front(), StartsWith("Updated"));
 }
 
 TEST_F(EventThreads, StopWithoutWaitingForHandlersAndTellSoAtTheEnd)
@@ -209,7 +149,7 @@ TEST_F(EventThreads, StopWithoutWaitingForHandlersAndTellSoAtTheEnd)
     EXPECT_EQ(watcher->Stop(), S_OK);
     EXPECT_EQ(StatusOf(watcher), DeviceWatcherStatus::Stopping);
     std::this_thread::sleep_for(moment);
-    EXPECT_THAT(TraceLines("! DeviceWatcher.Stopped"), IsEmpty());
+    EXPECT_THAT(TraceWith("! DeviceWatcher.Stopped"), IsEmpty());
     EXPECT_THAT(HeardAtTheEnd(), UnorderedElementsAre(addedSpeaker, addedMouse, stopped)) << "what was only due is not";
     EXPECT_EQ(StatusOf(watcher), DeviceWatcherStatus::Stopped);
     EXPECT_EQ(watcher->Start(), S_OK);
@@ -231,7 +171,7 @@ TEST_F(EventThreads, AreAllWaitedFor)
     ASSERT_TRUE(lampsGate.WaitFor(1));
     EXPECT_EQ(SimulatorWaitIdle(100), 0) << "one thread of two is still at it";
     lampsGate.Open();
-    EXPECT_EQ(SimulatorWaitIdle(patience), 1);
+    EXPECT_TRUE(WaitIdle());
 }
 
 TEST_F(EventThreads, AreAllHeld)
@@ -240,7 +180,7 @@ TEST_F(EventThreads, AreAllHeld)
     gate.Open();
     SimulatorHoldEvents();
     watcher->Start();
-    ASSERT_EQ(SimulatorWaitForTrace("! DeviceWatcher.Added", 2, patience), 1);
+    ASSERT_TRUE(WaitForCall("! DeviceWatcher.Added", 2));
     EXPECT_THAT(recorder->HeardSoFar(), IsEmpty());
     SimulatorReleaseEvents();
     EXPECT_THAT(recorder->Heard(), UnorderedElementsAre(addedSpeaker, addedMouse));
@@ -251,7 +191,7 @@ TEST_F(EventThreads, AreCutOffByAReset)
     Make(2);
     SimulatorHoldEvents();
     watcher->Start();
-    ASSERT_EQ(SimulatorWaitForTrace("! DeviceWatcher.Added", 2, patience), 1);
+    ASSERT_TRUE(WaitForCall("! DeviceWatcher.Added", 2));
     SimulatorReset();
     EXPECT_THAT(recorder->Heard(), IsEmpty());
     EXPECT_EQ(StatusOf(watcher), DeviceWatcherStatus::Aborted);
@@ -264,21 +204,21 @@ TEST_F(EventThreads, EndWithTheWatcherThatIsLetGoOf)
     ASSERT_TRUE(gate.WaitFor(2));
     watcher.Reset();
     EXPECT_THAT(HeardAtTheEnd(), UnorderedElementsAre(addedSpeaker, addedMouse));
-    EXPECT_THAT(TraceLines("! DeviceWatcher.Stopped"), IsEmpty());
+    EXPECT_THAT(TraceWith("! DeviceWatcher.Stopped"), IsEmpty());
     EXPECT_EQ(SimulatorLiveObjects(), 0u);
 }
 
 TEST_F(EventThreads, FollowTheScenariosTimes)
 {
-    Play(Room("appears-ms = 20\nleaves-ms = 80\n[[device.change]]\nat-ms = 60\n"
-              "property = \"System.ItemNameDisplay\"\nvalue = \"Late\"\n",
+    Load(Room("appears-ms = 20\nleaves-ms = 80\n[[device.change]]\nat-ms = 60\n"
+              "property = 'System.ItemNameDisplay'\nvalue = 'Late'\n",
               {}, "enumeration-completes-ms = 40\nevent-threads = 4"));
     watcher = MakeWatcher();
     recorder.emplace(watcher);
     for (std::uint32_t run = 1; run <= 2; ++run)
     {
         watcher->Start();
-        ASSERT_EQ(SimulatorWaitForTrace("! DeviceWatcher.Removed(#1", run, patience), 1);
+        ASSERT_TRUE(WaitForCall("! DeviceWatcher.Removed(#1", run));
         // On a busy machine events of different times are due at once, and then come side by side: what orders them is
         // the endpoint, and the completion behind all that came before it.
         auto const heard = recorder->Heard();

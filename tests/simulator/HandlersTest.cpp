@@ -1,7 +1,7 @@
 // Registering handlers, and what becomes of those that are removed or fail.
 #include "tests/simulator/Recorder.h"
 
-using namespace client;
+using namespace test;
 
 namespace
 {
@@ -9,7 +9,7 @@ namespace
     {
     protected:
         Com<IDeviceWatcher> watcher;
-        std::atomic<int> calls{0};
+        std::atomic<int> calls = 0;
 
         void SetUp() override
         {
@@ -67,37 +67,37 @@ TEST_F(Handlers, AreNotCalledOnceRemoved)
 {
     watcher->remove_Added(Add(Counting()));
     watcher->Start();
-    WaitIdle();
+    ASSERT_TRUE(WaitIdle());
     EXPECT_EQ(calls, 0);
 }
 
 TEST_F(Handlers, MayBeCalledLateWhenRemovedInFlight)
 {
-    Play(Room({}, {}, "enumeration-completes-ms = \"never\""));
+    Load(Room({}, {}, "enumeration-completes-ms = 'never'"));
     watcher = MakeWatcher();
     SimulatorHoldEvents();
     auto const token = Add(Counting());
     watcher->Start();
-    ASSERT_EQ(SimulatorWaitForTrace("! DeviceWatcher.Added(#1", 1, patience), 1); // the first device is in flight
+    ASSERT_TRUE(WaitForCall("! DeviceWatcher.Added(#1")); // the first device is in flight
     EXPECT_EQ(SimulatorWaitIdle(0), 0);
     EXPECT_EQ(watcher->remove_Added(token), S_OK);
     EXPECT_EQ(calls, 0);
     SimulatorReleaseEvents();
-    WaitIdle();
+    ASSERT_TRUE(WaitIdle());
     EXPECT_EQ(calls, 1); // the late one; the second device found no handler
 }
 
 TEST_F(Handlers, RegisteredInFlightMissTheEvent)
 {
-    Play(Room({}, {}, "enumeration-completes-ms = \"never\""));
+    Load(Room({}, {}, "enumeration-completes-ms = 'never'"));
     watcher = MakeWatcher();
     SimulatorHoldEvents();
     Add(On<AddedHandler>([](IDeviceWatcher*, IDeviceInformation*) { return S_OK; }));
     watcher->Start();
-    ASSERT_EQ(SimulatorWaitForTrace("! DeviceWatcher.Added(#1", 1, patience), 1);
+    ASSERT_TRUE(WaitForCall("! DeviceWatcher.Added(#1"));
     Add(Counting());
     SimulatorReleaseEvents();
-    WaitIdle();
+    ASSERT_TRUE(WaitIdle());
     EXPECT_EQ(calls, 1); // the second device alone
 }
 
@@ -106,16 +106,16 @@ TEST_F(Handlers, OtherFailuresAreIgnoredAndTheNextOnesRun)
     Add(Counting(E_FAIL));
     Add(Counting());
     watcher->Start();
-    WaitIdle();
+    ASSERT_TRUE(WaitIdle());
     EXPECT_EQ(calls, 4);
-    EXPECT_EQ(TraceLines("-> 0x80004005").size(), 2u);
+    EXPECT_EQ(TraceWith("-> 0x80004005").size(), 2u);
 }
 
 TEST_F(Handlers, ThatAreDisconnectedAreRemoved)
 {
     Add(Counting(disconnected));
     watcher->Start();
-    WaitIdle();
+    ASSERT_TRUE(WaitIdle());
     EXPECT_EQ(calls, 1);
 }
 
@@ -137,6 +137,6 @@ TEST_F(Handlers, MayRemoveThemselves)
                        }).Get(),
                        &token);
     watcher->Start();
-    WaitIdle();
+    ASSERT_TRUE(WaitIdle());
     EXPECT_EQ(calls, 1);
 }

@@ -10,6 +10,7 @@
 
 using namespace test;
 using testing::HasSubstr;
+using testing::StartsWith;
 
 namespace
 {
@@ -26,9 +27,9 @@ TEST(Pnputil, PrintsTheListingOfTheScenariosFile)
     auto const result = EnumDevices();
     EXPECT_EQ(result.exitCode, 0u);
     EXPECT_THAT(result.output,
-                testing::StartsWith("Microsoft PnP Utility\r\n\r\n"
-                                    "Instance ID:                BTHLE\\Dev_c1d2e3f4a5b6\\8&1a2b3c4d&0&C1D2E3F4A5B6\r\n"
-                                    "Device Description:         Tag\r\n"));
+                StartsWith("Microsoft PnP Utility\r\n\r\n"
+                           "Instance ID:                BTHLE\\Dev_c1d2e3f4a5b6\\8&1a2b3c4d&0&C1D2E3F4A5B6\r\n"
+                           "Device Description:         Tag\r\n"));
     EXPECT_EQ(result.error, "");
 }
 

@@ -7,7 +7,7 @@
 
 #include <mutex>
 
-namespace client
+namespace test
 {
     class Recorder
     {
@@ -46,7 +46,7 @@ namespace client
         // Since the last time.
         std::vector<std::string> Heard()
         {
-            EXPECT_EQ(SimulatorWaitIdle(patience), 1) << Trace();
+            EXPECT_TRUE(WaitIdle()) << TraceText();
             return HeardSoFar();
         }
 
@@ -82,4 +82,21 @@ namespace client
         std::vector<std::string> m_heard;
         std::vector<DWORD> m_threads;
     };
-} // namespace client
+
+    inline std::string const addedSpeaker = std::string("Added ") + speaker;
+    inline std::string const addedMouse = std::string("Added ") + mouse;
+    inline std::string const addedLamp = std::string("Added ") + lamp;
+    inline constexpr auto completed = "EnumerationCompleted in status 2";
+    inline constexpr auto stopped = "Stopped in status 4";
+
+    // From its start until nothing more happens; it is stopped then.
+    inline std::vector<std::string> HeardBy(Com<IDeviceWatcher> const& watcher)
+    {
+        Recorder recorder(watcher);
+        EXPECT_EQ(watcher->Start(), S_OK);
+        auto heard = recorder.Heard();
+        EXPECT_EQ(watcher->Stop(), S_OK);
+        recorder.Heard();
+        return heard;
+    }
+} // namespace test

@@ -7,7 +7,8 @@
 #include <fstream>
 #include <iterator>
 
-using namespace client;
+using namespace test;
+using testing::HasSubstr;
 
 namespace
 {
@@ -30,7 +31,7 @@ namespace
         std::ofstream(state, std::ios::binary) << text;
     }
 
-    class StateFileTest : public SimulatorTest
+    class StateFile : public SimulatorTest
     {
     protected:
         void SetUp() override
@@ -46,19 +47,19 @@ namespace
     };
 } // namespace
 
-TEST_F(StateFileTest, IsNotMadeBeforeSomethingChanges)
+TEST_F(StateFile, IsNotMadeBeforeSomethingChanges)
 {
     EXPECT_FALSE(IsPaired(FindDevice(speaker)));
     EXPECT_FALSE(std::filesystem::exists(state));
 }
 
-TEST_F(StateFileTest, HoldsEveryEndpointAfterAPairing)
+TEST_F(StateFile, HoldsEveryEndpointAfterAPairing)
 {
     EXPECT_EQ(Pairer(speaker).Pair(), 0);
     EXPECT_EQ(Read(), std::string("paired ") + speaker + "\nunpaired " + lamp + "\npaired " + mouse + "\n");
 }
 
-TEST_F(StateFileTest, IsReadAtTheBeginning)
+TEST_F(StateFile, IsReadAtTheBeginning)
 {
     EXPECT_EQ(Pairer(speaker).Pair(), 0);
     EXPECT_EQ(UnpairOutcome(BeginUnpair(FindDevice(mouse))), 0);
@@ -67,7 +68,7 @@ TEST_F(StateFileTest, IsReadAtTheBeginning)
     EXPECT_FALSE(IsPaired(FindDevice(mouse)));
 }
 
-TEST_F(StateFileTest, FollowsThreeRoundsOfPairingAndUnpairing)
+TEST_F(StateFile, FollowsThreeRoundsOfPairingAndUnpairing)
 {
     for (int round = 0; round < 3; ++round)
     {
@@ -80,28 +81,28 @@ TEST_F(StateFileTest, FollowsThreeRoundsOfPairingAndUnpairing)
     }
 }
 
-TEST_F(StateFileTest, DoesNotHoldForAScenarioThatAProgramPasses)
+TEST_F(StateFile, DoesNotHoldForAScenarioThatAProgramPasses)
 {
     Write(std::string("paired ") + speaker + "\n");
-    Play(QuickRoom());
+    Load(QuickRoom());
     EXPECT_FALSE(IsPaired(FindDevice(speaker)));
 }
 
-TEST_F(StateFileTest, NamesItsFaultAndIsIgnoredThen)
+TEST_F(StateFile, NamesItsFaultAndIsIgnoredThen)
 {
     Write(std::string("paired ") + speaker + "\nnonsense\n");
     testing::internal::CaptureStderr();
     SimulatorReset();
     EXPECT_THAT(testing::internal::GetCapturedStderr(),
-                testing::HasSubstr("state.txt:2: 'paired' or 'unpaired' and an identifier are expected"));
+                HasSubstr("state.txt:2: 'paired' or 'unpaired' and an identifier are expected"));
     EXPECT_FALSE(IsPaired(FindDevice(speaker)));
     EXPECT_TRUE(IsPaired(FindDevice(mouse))) << "the scenario itself stands";
 }
 
-TEST_F(StateFileTest, ThatCannotBeWrittenIsTold)
+TEST_F(StateFile, ThatCannotBeWrittenIsTold)
 {
     std::filesystem::create_directory(state);
     testing::internal::CaptureStderr();
     EXPECT_EQ(Pairer(speaker).Pair(), 0);
-    EXPECT_THAT(testing::internal::GetCapturedStderr(), testing::HasSubstr("VORLINK_SIMULATOR_STATE"));
+    EXPECT_THAT(testing::internal::GetCapturedStderr(), HasSubstr("VORLINK_SIMULATOR_STATE"));
 }

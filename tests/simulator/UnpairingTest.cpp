@@ -2,7 +2,7 @@
 #include "tests/simulator/CeremonyClient.h"
 #include "tests/simulator/Recorder.h"
 
-using namespace client;
+using namespace test;
 using testing::ElementsAre;
 
 namespace
@@ -14,20 +14,18 @@ namespace
         return "[device.unpairing]\nduration-ms = 0\n" + keys + "\n";
     }
 
-    class UnpairingTest : public SimulatorTest
-    {
-    };
+    using Unpairing = SimulatorTest;
 
-    class UnpairingStatus : public UnpairingTest, public testing::WithParamInterface<int>
+    class UnpairingStatus : public Unpairing, public testing::WithParamInterface<int>
     {
     };
 } // namespace
 
 TEST_P(UnpairingStatus, IsWhatTheScenarioSays)
 {
-    Play(Room({}, "[device.unpairing]\nduration-ms = \"never\"\n"));
+    Load(Room({}, "[device.unpairing]\nduration-ms = 'never'\n"));
     auto const operation = BeginUnpair(FindDevice(mouse));
-    WaitIdle();
+    ASSERT_TRUE(WaitIdle());
     EXPECT_EQ(StatusOf(operation), AsyncStatus::Started);
     ASSERT_EQ(SimulateUnpairingCompletes(mouse, GetParam()), 1);
     EXPECT_EQ(UnpairOutcome(operation), GetParam());
@@ -36,9 +34,9 @@ TEST_P(UnpairingStatus, IsWhatTheScenarioSays)
 
 INSTANTIATE_TEST_SUITE_P(Every, UnpairingStatus, testing::Range(0, 6)); // 5 is one that the platform does not define
 
-TEST_F(UnpairingTest, WithoutDurationIsOverWhenTheCallReturns)
+TEST_F(Unpairing, WithoutDurationIsOverWhenTheCallReturns)
 {
-    Play(Room({}, Quick()));
+    Load(Room({}, Quick()));
     auto const operation = BeginUnpair(FindDevice(mouse));
     EXPECT_EQ(StatusOf(operation), AsyncStatus::Completed);
     EXPECT_EQ(UnpairOutcome(operation), static_cast<int>(Status::Unpaired));
@@ -47,26 +45,26 @@ TEST_F(UnpairingTest, WithoutDurationIsOverWhenTheCallReturns)
     EXPECT_EQ(ClassNameOf(result.Get()), "Windows.Devices.Enumeration.DeviceUnpairingResult");
 }
 
-TEST_F(UnpairingTest, RefusesWhatIsNotPaired)
+TEST_F(Unpairing, RefusesWhatIsNotPaired)
 {
     EXPECT_EQ(UnpairOutcome(BeginUnpair(FindDevice(speaker))), static_cast<int>(Status::AlreadyUnpaired));
 }
 
-TEST_F(UnpairingTest, OneAtATime)
+TEST_F(Unpairing, OneAtATime)
 {
-    Play(Room({}, "[device.unpairing]\nduration-ms = \"never\"\n"));
+    Load(Room({}, "[device.unpairing]\nduration-ms = 'never'\n"));
     auto const device = FindDevice(mouse);
     auto const first = BeginUnpair(device);
     EXPECT_EQ(UnpairOutcome(BeginUnpair(device)), static_cast<int>(Status::OperationAlreadyInProgress));
     EXPECT_EQ(SimulatePairingCompletes(mouse, 0), 0); // it is no pairing
     EXPECT_EQ(SimulateUnpairingFails(mouse, E_FAIL), 1);
-    WaitIdle();
+    ASSERT_TRUE(WaitIdle());
     EXPECT_EQ(StatusOf(first), AsyncStatus::Error);
 }
 
-TEST_F(UnpairingTest, IsSeenAsAnUpdate)
+TEST_F(Unpairing, IsSeenAsAnUpdate)
 {
-    Play(Room({}, Quick("effect = \"Updated\"")));
+    Load(Room({}, Quick("effect = 'Updated'")));
     auto const device = FindDevice(mouse);
     auto const watcher = MakeWatcher();
     Recorder recorder(watcher);
@@ -77,9 +75,9 @@ TEST_F(UnpairingTest, IsSeenAsAnUpdate)
     EXPECT_TRUE(IsPaired(device)); // the old object is a snapshot
 }
 
-TEST_F(UnpairingTest, IsSeenAsARemovalWhereTheScenarioSaysSo)
+TEST_F(Unpairing, IsSeenAsARemovalWhereTheScenarioSaysSo)
 {
-    Play(Room({}, Quick("effect = \"Removed\"")));
+    Load(Room({}, Quick("effect = 'Removed'")));
     auto const device = FindDevice(mouse);
     auto const watcher = MakeWatcher();
     Recorder recorder(watcher);
@@ -91,11 +89,11 @@ TEST_F(UnpairingTest, IsSeenAsARemovalWhereTheScenarioSaysSo)
     EXPECT_THAT(recorder.Heard(), ElementsAre(std::string("Added ") + mouse));
 }
 
-TEST_F(UnpairingTest, RemovesFromAWatcherOfPairedDevices)
+TEST_F(Unpairing, RemovesFromAWatcherOfPairedDevices)
 {
-    Play(Room({}, Quick()));
+    Load(Room({}, Quick()));
     auto const device = FindDevice(mouse);
-    auto const watcher = MakeWatcher("System.Devices.Aep.IsPaired:=System.StructuredQueryType.Boolean#True");
+    auto const watcher = MakeWatcher(pairedOnly);
     Recorder recorder(watcher);
     watcher->Start();
     recorder.Heard();

@@ -4,15 +4,12 @@
 #include <windows.h>
 #include <objbase.h>
 
-using namespace client;
+using namespace test;
+using testing::ElementsAre;
 
 namespace
 {
-    class WatcherCreation : public SimulatorTest
-    {
-    };
-
-    constexpr auto isPaired = "System.Devices.Aep.IsPaired:=System.StructuredQueryType.Boolean#True";
+    using WatcherCreation = SimulatorTest;
 } // namespace
 
 TEST_F(WatcherCreation, TakesEveryOverload)
@@ -21,7 +18,7 @@ TEST_F(WatcherCreation, TakesEveryOverload)
     Com<IDeviceWatcher> watcher;
     EXPECT_EQ(statics->CreateWatcher(watcher.Put()), S_OK);
     EXPECT_EQ(statics->CreateWatcherDeviceClass(0, watcher.Put()), S_OK);
-    EXPECT_EQ(statics->CreateWatcherAqsFilter(String(isPaired).Get(), watcher.Put()), S_OK);
+    EXPECT_EQ(statics->CreateWatcherAqsFilter(String(pairedOnly).Get(), watcher.Put()), S_OK);
     EXPECT_EQ(statics->CreateWatcherAqsFilterAndAdditionalProperties(nullptr, nullptr, watcher.Put()), S_OK);
     EXPECT_EQ(Statics2()->CreateWatcherWithKindAqsFilterAndAdditionalProperties(
                   nullptr, nullptr, DeviceInformationKind::AssociationEndpoint, watcher.Put()),
@@ -105,7 +102,7 @@ TEST_F(WatcherCreation, ListsItsInterfacesAndNoOthers)
     ASSERT_HRESULT_SUCCEEDED(watcher->GetIids(&count, &ids));
     std::vector<IID> const listed(ids, ids + count);
     CoTaskMemFree(ids);
-    EXPECT_THAT(listed, testing::ElementsAre(iid_of<IDeviceWatcher>, iid_of<IDeviceWatcher2>));
+    EXPECT_THAT(listed, ElementsAre(iid_of<IDeviceWatcher>, iid_of<IDeviceWatcher2>));
     for (auto const& id : listed)
     {
         EXPECT_TRUE(watcher.Answers(id));

@@ -1,49 +1,26 @@
-// What watchers report, when, on which thread.
+// In which order the events of watchers come, on which thread, and until when.
 #include "tests/simulator/Recorder.h"
 
 #include <windows.h>
 #include <objbase.h>
 
-#include <cstdint>
 #include <thread>
 
-using namespace client;
+using namespace test;
+using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::Not;
+using testing::SizeIs;
 
 namespace
 {
-    std::string const addedSpeaker = std::string("Added ") + speaker;
-    std::string const addedMouse = std::string("Added ") + mouse;
-    std::string const addedLamp = std::string("Added ") + lamp;
-    constexpr auto completed = "EnumerationCompleted in status 2";
-    constexpr auto pairedOnly = "System.Devices.Aep.IsPaired:=System.StructuredQueryType.Boolean#True";
-    constexpr auto leOnly = "System.Devices.Aep.ProtocolId:=\"{bb7bb05e-5972-42b5-94fc-76eaa7084d49}\"";
-
-    class WatcherEvents : public SimulatorTest
-    {
-    protected:
-        static std::vector<std::string> HeardBy(Com<IDeviceWatcher> const& watcher)
-        {
-            Recorder recorder(watcher);
-            EXPECT_EQ(watcher->Start(), S_OK);
-            auto heard = recorder.Heard();
-            EXPECT_EQ(watcher->Stop(), S_OK);
-            recorder.Heard();
-            return heard;
-        }
-    };
+    using WatcherEvents = SimulatorTest;
 } // namespace
 
 TEST_F(WatcherEvents, BeginWithEveryDeviceThenCompletion)
 {
     EXPECT_THAT(HeardBy(MakeWatcher()), ElementsAre(addedSpeaker, addedMouse, completed));
-}
-
-TEST_F(WatcherEvents, FollowTheFilter)
-{
-    EXPECT_THAT(HeardBy(MakeWatcher(pairedOnly)), ElementsAre(addedMouse, completed));
-    EXPECT_THAT(HeardBy(MakeWatcher(leOnly)), ElementsAre(addedMouse, completed));
 }
 
 TEST_F(WatcherEvents, KnowAssociationEndpointsOnly)
@@ -69,15 +46,15 @@ TEST_F(WatcherEvents, NeverComeOnTheCallersThread)
     recorder.Heard();
     watcher->Stop();
     recorder.Heard();
-    EXPECT_THAT(recorder.Threads(), testing::Not(testing::Contains(GetCurrentThreadId())));
-    EXPECT_THAT(recorder.Threads(), testing::SizeIs(5));
+    EXPECT_THAT(recorder.Threads(), Not(Contains(GetCurrentThreadId())));
+    EXPECT_THAT(recorder.Threads(), SizeIs(5));
 }
 
 TEST_F(WatcherEvents, ComeInTheMultithreadedApartment)
 {
     auto const watcher = MakeWatcher();
     EventRegistrationToken token{};
-    std::atomic<int> apartment{-1};
+    std::atomic<int> apartment = -1;
     watcher->add_EnumerationCompleted(On<WatcherHandler>([&](IDeviceWatcher*, ::IInspectable*) {
                                           APTTYPE type{};
                                           APTTYPEQUALIFIER qualifier{};
@@ -87,7 +64,7 @@ TEST_F(WatcherEvents, ComeInTheMultithreadedApartment)
                                       }).Get(),
                                       &token);
     watcher->Start();
-    WaitIdle();
+    ASSERT_TRUE(WaitIdle());
     EXPECT_EQ(apartment, APTTYPE_MTA);
 }
 
@@ -108,14 +85,14 @@ TEST_F(WatcherEvents, AreRaisedWithNoLockHeld)
                                sender->remove_Stopped(inner);
                                other->Start();
                                SimulateDeviceChanges(speaker, "System.ItemNameDisplay", "\"x\"");
-                               Trace();
+                               TraceText();
                            }).join();
                            return S_OK;
                        }).Get(),
                        &token);
     watcher->Start();
-    WaitIdle();
-    EXPECT_EQ(TraceLines("! DeviceWatcher.Added(#1").size(), 2u);
+    ASSERT_TRUE(WaitIdle());
+    EXPECT_EQ(TraceWith("! DeviceWatcher.Added(#1").size(), 2u);
 }
 
 TEST_F(WatcherEvents, AreLimitedToStartedWatchers)
@@ -131,142 +108,6 @@ TEST_F(WatcherEvents, AreLimitedToStartedWatchers)
     SimulateDeviceLeaves(lamp);
     SimulateDeviceChanges(speaker, "System.ItemNameDisplay", "\"New\"");
     EXPECT_THAT(recorder.Heard(), IsEmpty());
-}
-
-TEST_F(WatcherEvents, ReportArrivalsAndDepartures)
-{
-    auto const watcher = MakeWatcher();
-    Recorder recorder(watcher);
-    watcher->Start();
-    recorder.Heard();
-    EXPECT_EQ(SimulateDeviceAppears(lamp), 1);
-    EXPECT_THAT(recorder.Heard(), ElementsAre(addedLamp));
-    EXPECT_EQ(SimulateDeviceLeaves(lamp), 1);
-    EXPECT_THAT(recorder.Heard(), ElementsAre(std::string("Removed ") + lamp));
-    EXPECT_EQ(SimulateDeviceAppears(lamp), 1);
-    EXPECT_THAT(recorder.Heard(), ElementsAre(addedLamp));
-}
-
-TEST_F(WatcherEvents, LeaveOutLateComersWhereTheScenarioSaysSo)
-{
-    Play(Room({}, {}, "enumeration-completes-ms = 0\nappear-after-completion = false"));
-    auto const watcher = MakeWatcher();
-    Recorder recorder(watcher);
-    watcher->Start();
-    recorder.Heard();
-    SimulateDeviceAppears(lamp);
-    SimulateDeviceChanges(lamp, "System.ItemNameDisplay", "\"Bright\"");
-    SimulateDeviceLeaves(lamp);
-    EXPECT_THAT(recorder.Heard(), IsEmpty());
-    SimulateDeviceAppears(lamp);
-    watcher->Stop();
-    recorder.Heard();
-    watcher->Start(); // a new search finds it
-    EXPECT_THAT(recorder.Heard(), ElementsAre(addedSpeaker, addedMouse, addedLamp, completed));
-}
-
-TEST_F(WatcherEvents, UpdateNamesChangedPropertiesOnly)
-{
-    auto const watcher = MakeWatcher({}, {"System.Devices.Aep.SignalStrength"});
-    Recorder recorder(watcher);
-    watcher->Start();
-    recorder.Heard();
-    SimulateDeviceChanges(speaker, "System.Devices.Aep.SignalStrength", "-42");
-    EXPECT_THAT(recorder.Heard(),
-                ElementsAre(std::string("Updated ") + speaker + " System.Devices.Aep.SignalStrength"));
-    SimulateDeviceChanges(speaker, "System.Devices.Aep.SignalStrength", "-42");
-    EXPECT_THAT(recorder.Heard(), IsEmpty()); // no change
-    SimulateDeviceChanges(speaker, "System.Devices.Aep.IsConnected", "true");
-    EXPECT_THAT(recorder.Heard(), IsEmpty()); // not asked for
-    SimulateDeviceChanges(speaker, "System.ItemNameDisplay", "\"New\"");
-    EXPECT_THAT(recorder.Heard(), ElementsAre(std::string("Updated ") + speaker + " System.ItemNameDisplay"));
-}
-
-TEST_F(WatcherEvents, ComeOnlyForDevicesThatWereAdded)
-{
-    auto const watcher = MakeWatcher(pairedOnly);
-    Recorder recorder(watcher);
-    watcher->Start();
-    recorder.Heard();
-    SimulateDeviceChanges(speaker, "System.ItemNameDisplay", "\"New\"");
-    SimulateDeviceChanges(lamp, "System.ItemNameDisplay", "\"Dark\"");
-    SimulateDeviceLeaves(speaker);
-    EXPECT_THAT(recorder.Heard(), IsEmpty());
-}
-
-TEST_F(WatcherEvents, FollowChangesIntoAndOutOfTheFilter)
-{
-    auto const watcher = MakeWatcher(pairedOnly);
-    Recorder recorder(watcher);
-    watcher->Start();
-    recorder.Heard();
-    SimulateDeviceChanges(speaker, "System.Devices.Aep.IsPaired", "true");
-    EXPECT_THAT(recorder.Heard(), ElementsAre(addedSpeaker));
-    SimulateDeviceChanges(speaker, "System.Devices.Aep.IsPaired", "false");
-    EXPECT_THAT(recorder.Heard(), ElementsAre(std::string("Removed ") + speaker));
-}
-
-TEST_F(WatcherEvents, FollowTheScenariosTimes)
-{
-    Play(Room("appears-ms = 20\nleaves-ms = 80\n[[device.change]]\nat-ms = 60\n"
-              "property = \"System.ItemNameDisplay\"\nvalue = \"Late\"\n",
-              {}, "enumeration-completes-ms = 40"));
-    auto const watcher = MakeWatcher();
-    Recorder recorder(watcher);
-    for (std::uint32_t run = 1; run <= 2; ++run) // each start lives through them anew
-    {
-        watcher->Start();
-        ASSERT_EQ(SimulatorWaitForTrace("! DeviceWatcher.Removed(#1", run, patience), 1);
-        EXPECT_THAT(recorder.Heard(), ElementsAre(addedMouse, addedSpeaker, completed,
-                                                  std::string("Updated ") + speaker + " System.ItemNameDisplay",
-                                                  std::string("Removed ") + speaker));
-        watcher->Stop();
-        recorder.Heard();
-    }
-}
-
-TEST_F(WatcherEvents, VerbsOverrideTheScenariosTimes)
-{
-    Play(Room("appears-ms = 60000\n"));
-    auto const watcher = MakeWatcher();
-    Recorder recorder(watcher);
-    watcher->Start();
-    EXPECT_THAT(recorder.Heard(), ElementsAre(addedMouse, completed));
-    EXPECT_EQ(SimulateDeviceAppears(speaker), 1);
-    EXPECT_THAT(recorder.Heard(), ElementsAre(addedSpeaker));
-}
-
-TEST_F(WatcherEvents, RepeatADeviceThatHasNotLeft)
-{
-    auto const watcher = MakeWatcher();
-    auto const others = MakeWatcher(leOnly);
-    Recorder recorder(watcher);
-    Recorder othersRecorder(others);
-    watcher->Start();
-    others->Start();
-    recorder.Heard();
-    othersRecorder.Heard();
-    EXPECT_EQ(SimulateDeviceRepeats(speaker), 1);
-    EXPECT_THAT(recorder.Heard(), ElementsAre(addedSpeaker));
-    EXPECT_THAT(othersRecorder.Heard(), IsEmpty()) << "it has not reported the device, and does not now";
-    EXPECT_EQ(SimulateDeviceLeaves(speaker), 1);
-    EXPECT_THAT(recorder.Heard(), ElementsAre(std::string("Removed ") + speaker)) << "once, however often added";
-}
-
-TEST_F(WatcherEvents, RepeatADeviceInTheScenariosTime)
-{
-    Play(Room("appears-ms = 10\nrepeats-ms = 20\n", {}, "enumeration-completes-ms = 30"));
-    auto const watcher = MakeWatcher();
-    Recorder recorder(watcher);
-    watcher->Start();
-    ASSERT_EQ(SimulatorWaitForTrace("! DeviceWatcher.EnumerationCompleted(#1", 1, patience), 1);
-    EXPECT_THAT(recorder.Heard(), ElementsAre(addedMouse, addedSpeaker, addedSpeaker, completed));
-}
-
-TEST_F(WatcherEvents, ReportAnUnfilteredDeviceWhateverTheFilter)
-{
-    Play(Room("unfiltered = true\ncan-pair = false\n"));
-    EXPECT_THAT(HeardBy(MakeWatcher(pairedOnly)), ElementsAre(addedSpeaker, addedMouse, completed));
 }
 
 TEST_F(WatcherEvents, CompletionComesOnce)
@@ -289,7 +130,7 @@ TEST_F(WatcherEvents, EndWithStopped)
     SimulatorHoldEvents();
     SimulateDeviceAppears(lamp);
     SimulateDeviceChanges(mouse, "System.ItemNameDisplay", "\"Rat\"");
-    ASSERT_EQ(SimulatorWaitForTrace("! DeviceWatcher.Added(#1", 1, patience), 1);
+    ASSERT_TRUE(WaitForCall("! DeviceWatcher.Added(#1"));
     watcher->Stop();
     SimulatorReleaseEvents();
     // What was in flight still comes; what was only due does not.

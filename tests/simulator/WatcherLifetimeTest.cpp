@@ -1,7 +1,8 @@
 // Reference counts, weak references, and letting go of a watcher that runs.
 #include "tests/simulator/Recorder.h"
 
-using namespace client;
+using namespace test;
+using testing::IsEmpty;
 
 namespace
 {
@@ -30,7 +31,7 @@ TEST_F(WatcherLifetime, RunningTakesNoReference)
     ASSERT_EQ(watcher->Start(), S_OK);
     EXPECT_EQ(watcher->AddRef(), 2u);
     EXPECT_EQ(watcher->Release(), 1u);
-    WaitIdle();
+    ASSERT_TRUE(WaitIdle());
     EXPECT_EQ(watcher->AddRef(), 2u);
     EXPECT_EQ(watcher->Release(), 1u);
 }
@@ -61,7 +62,7 @@ TEST_F(WatcherLifetime, LastReleaseEndsARunningWatcher)
     recorder.Heard();
     watcher.Reset();
     SimulateDeviceAppears(lamp);
-    EXPECT_THAT(recorder.Heard(), testing::IsEmpty());
+    EXPECT_THAT(recorder.Heard(), IsEmpty());
     EXPECT_EQ(SimulatorLiveObjects(), before);
 }
 
@@ -70,7 +71,7 @@ TEST_F(WatcherLifetime, LastReleaseMayHappenInsideAHandler)
     auto const before = SimulatorLiveObjects();
     auto watcher = MakeWatcher();
     EventRegistrationToken token{};
-    std::atomic<int> calls{0};
+    std::atomic<int> calls = 0;
     watcher->add_Added(On<AddedHandler>([&](IDeviceWatcher*, IDeviceInformation*) {
                            ++calls;
                            watcher.Reset();
@@ -81,7 +82,7 @@ TEST_F(WatcherLifetime, LastReleaseMayHappenInsideAHandler)
     SimulatorHoldEvents(); // so that nothing happens before Start has returned to this thread
     watcher->Start();
     SimulatorReleaseEvents();
-    WaitIdle();
+    ASSERT_TRUE(WaitIdle());
     EXPECT_EQ(calls, 1);
     EXPECT_FALSE(Resolve(weak));
     EXPECT_EQ(SimulatorLiveObjects(), before + 1); // the weak reference
@@ -91,7 +92,7 @@ TEST_F(WatcherLifetime, AnEventInFlightKeepsItAlive)
 {
     auto watcher = MakeWatcher();
     EventRegistrationToken token{};
-    std::atomic<int> calls{0};
+    std::atomic<int> calls = 0;
     watcher->add_Added(On<AddedHandler>([&](IDeviceWatcher* sender, IDeviceInformation*) {
                            ++calls;
                            StatusOf(Com<IDeviceWatcher>(sender));
@@ -100,10 +101,10 @@ TEST_F(WatcherLifetime, AnEventInFlightKeepsItAlive)
                        &token);
     SimulatorHoldEvents();
     watcher->Start();
-    ASSERT_EQ(SimulatorWaitForTrace("! DeviceWatcher.Added(#1", 1, patience), 1);
+    ASSERT_TRUE(WaitForCall("! DeviceWatcher.Added(#1"));
     watcher.Reset();
     SimulatorReleaseEvents();
-    WaitIdle();
+    ASSERT_TRUE(WaitIdle());
     EXPECT_EQ(calls, 1);
     EXPECT_EQ(SimulatorLiveObjects(), 0u);
 }
@@ -115,7 +116,7 @@ TEST_F(WatcherLifetime, LettingGoReleasesTheHandlers)
     EventRegistrationToken token{};
     watcher->add_Added(handler.Get(), &token);
     watcher->Start();
-    WaitIdle();
+    ASSERT_TRUE(WaitIdle());
     watcher.Reset();
     handler->AddRef();
     EXPECT_EQ(handler->Release(), 1u);
@@ -135,7 +136,7 @@ TEST_F(WatcherLifetime, ManyComeAndGoWhileEverythingMoves)
         }
         SimulateDeviceLeaves(lamp);
         watcher.Reset();
-        WaitIdle(); // the recorder must outlive its events
+        ASSERT_TRUE(WaitIdle()); // the recorder must outlive its events
     }
     EXPECT_EQ(SimulatorLiveObjects(), 0u);
 }

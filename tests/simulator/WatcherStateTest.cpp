@@ -1,8 +1,11 @@
 // The watcher's states, row by row: what Start and Stop answer in each.
 #include "tests/simulator/Recorder.h"
 
-using namespace client;
+using namespace test;
+using testing::Contains;
 using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
 
 namespace
 {
@@ -14,7 +17,7 @@ namespace
         void SetUp() override
         {
             SimulatorTest::SetUp();
-            Play(Room({}, {}, "enumeration-completes-ms = \"never\""));
+            Load(Room({}, {}, "enumeration-completes-ms = 'never'"));
             watcher = MakeWatcher();
         }
     };
@@ -44,7 +47,7 @@ TEST_F(WatcherState, StartedStops)
 {
     Recorder recorder(watcher);
     ASSERT_EQ(watcher->Start(), S_OK);
-    WaitIdle();
+    ASSERT_TRUE(WaitIdle());
     recorder.Heard();
     EXPECT_EQ(watcher->Stop(), S_OK);
     EXPECT_THAT(recorder.Heard(), ElementsAre("Stopped in status 4"));
@@ -56,7 +59,7 @@ TEST_F(WatcherState, EnumerationCompletedCannotStartButStops)
     Recorder recorder(watcher);
     ASSERT_EQ(watcher->Start(), S_OK);
     SimulateEnumerationCompletes();
-    EXPECT_THAT(recorder.Heard(), testing::Contains("EnumerationCompleted in status 2"));
+    EXPECT_THAT(recorder.Heard(), Contains("EnumerationCompleted in status 2"));
     EXPECT_EQ(StatusOf(watcher), DeviceWatcherStatus::EnumerationCompleted);
     EXPECT_EQ(watcher->Start(), illegalMethodCall);
     EXPECT_EQ(watcher->Stop(), S_OK);
@@ -68,7 +71,7 @@ TEST_F(WatcherState, StoppingCannotStartNorStop)
     Recorder recorder(watcher);
     SimulatorHoldEvents();
     ASSERT_EQ(watcher->Start(), S_OK);
-    ASSERT_EQ(SimulatorWaitForTrace("! DeviceWatcher.Added(#1", 1, patience), 1); // and is held
+    ASSERT_TRUE(WaitForCall("! DeviceWatcher.Added(#1")); // and is held
     ASSERT_EQ(watcher->Stop(), S_OK);
     EXPECT_EQ(StatusOf(watcher), DeviceWatcherStatus::Stopping);
     EXPECT_EQ(watcher->Start(), illegalMethodCall);
@@ -82,9 +85,9 @@ TEST_F(WatcherState, StoppedCannotStopButStartsAgainAndReportsAfresh)
 {
     Recorder recorder(watcher);
     ASSERT_EQ(watcher->Start(), S_OK);
-    EXPECT_THAT(recorder.Heard(), testing::SizeIs(2));
+    EXPECT_THAT(recorder.Heard(), SizeIs(2));
     ASSERT_EQ(watcher->Stop(), S_OK);
-    WaitIdle();
+    ASSERT_TRUE(WaitIdle());
     EXPECT_EQ(watcher->Stop(), illegalMethodCall);
     recorder.Heard();
     EXPECT_EQ(watcher->Start(), S_OK);
@@ -107,33 +110,33 @@ TEST_F(WatcherState, AbortedStopsWithoutEffectAndStartsAgain)
     Recorder recorder(watcher);
     ASSERT_EQ(watcher->Start(), S_OK);
     SimulateWatchersAbort();
-    WaitIdle();
+    ASSERT_TRUE(WaitIdle());
     recorder.Heard();
     EXPECT_EQ(watcher->Stop(), S_OK);
     EXPECT_EQ(StatusOf(watcher), DeviceWatcherStatus::Aborted);
-    EXPECT_THAT(recorder.Heard(), testing::IsEmpty());
+    EXPECT_THAT(recorder.Heard(), IsEmpty());
     EXPECT_EQ(watcher->Start(), S_OK);
-    EXPECT_THAT(recorder.Heard(), testing::SizeIs(2));
+    EXPECT_THAT(recorder.Heard(), SizeIs(2));
 }
 
 TEST_F(WatcherState, AbortLeavesWatchersAloneThatDoNotRun)
 {
     SimulateWatchersAbort();
-    WaitIdle();
+    ASSERT_TRUE(WaitIdle());
     EXPECT_EQ(StatusOf(watcher), DeviceWatcherStatus::Created);
 }
 
 TEST_F(WatcherState, MayStartAgainInsideItsOwnStopped)
 {
     EventRegistrationToken token{};
-    std::atomic<int> stops{0};
+    std::atomic<int> stops = 0;
     watcher->add_Stopped(On<WatcherHandler>([&](IDeviceWatcher* sender, ::IInspectable*) {
                              return ++stops == 1 ? sender->Start() : S_OK;
                          }).Get(),
                          &token);
     ASSERT_EQ(watcher->Start(), S_OK);
     ASSERT_EQ(watcher->Stop(), S_OK);
-    WaitIdle();
+    ASSERT_TRUE(WaitIdle());
     EXPECT_EQ(StatusOf(watcher), DeviceWatcherStatus::Started);
     EXPECT_EQ(stops, 1);
 }
