@@ -34,7 +34,7 @@ namespace
 
     LANGID WINAPI NoteLanguage()
     {
-        calls.push_back("GetUserDefaultUILanguage");
+        calls.emplace_back("GetUserDefaultUILanguage");
         return userLanguage;
     }
 

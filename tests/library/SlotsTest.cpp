@@ -33,16 +33,16 @@ namespace
     {
         ~Recorder()
         {
-            calls.push_back("the destructor");
+            calls.emplace_back("the destructor");
         }
         bool Initialize() override
         {
-            calls.push_back("Initialize");
+            calls.emplace_back("Initialize");
             return false;
         }
         bool Uninitialize() override
         {
-            calls.push_back("Uninitialize");
+            calls.emplace_back("Uninitialize");
             return true;
         }
         void SetLogEnabled(bool enabled) override
@@ -59,7 +59,7 @@ namespace
         }
         bool StartIosWatcher(IosDeviceCallback) override
         {
-            calls.push_back("StartIosWatcher");
+            calls.emplace_back("StartIosWatcher");
             return true;
         }
         void IosPairedDevicce(std::string name, PairResultCallback) override

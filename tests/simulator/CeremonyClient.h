@@ -49,7 +49,7 @@ namespace test
         }
 
         Com<PairingOperation> Begin(DevicePairingKinds kinds = anyKind,
-                                    DevicePairingProtectionLevel level = DevicePairingProtectionLevel::Default)
+                                    DevicePairingProtectionLevel level = DevicePairingProtectionLevel::Default) const
         {
             Com<PairingOperation> operation;
             EXPECT_EQ(custom->PairWithProtectionLevelAsync(kinds, level, operation.Put()), S_OK);
@@ -58,7 +58,7 @@ namespace test
 
         // The status that the pairing ends with.
         int Pair(DevicePairingKinds kinds = anyKind,
-                 DevicePairingProtectionLevel level = DevicePairingProtectionLevel::Default)
+                 DevicePairingProtectionLevel level = DevicePairingProtectionLevel::Default) const
         {
             return Outcome(Begin(kinds, level));
         }

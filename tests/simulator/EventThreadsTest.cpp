@@ -4,7 +4,7 @@
 
 #include <algorithm>
 #include <iterator>
-#include <optional>
+#include <memory>
 #include <thread>
 
 using namespace test;
@@ -21,14 +21,14 @@ namespace
     protected:
         Gate gate;
         Com<IDeviceWatcher> watcher;
-        std::optional<Recorder> recorder;
+        std::unique_ptr<Recorder> recorder;
 
         // A watcher whose handlers of Added wait at the gate, behind those that write down.
         void Make(int threads, std::string const& top = "enumeration-completes-ms = 'never'")
         {
             Load(Room({}, {}, top + "\nevent-threads = " + std::to_string(threads)));
             watcher = MakeWatcher();
-            recorder.emplace(watcher);
+            recorder = std::make_unique<Recorder>(watcher);
             EventRegistrationToken token{};
             watcher->add_Added(
                 On<AddedHandler>([this](IDeviceWatcher*, IDeviceInformation*) { return gate.Pass(); }).Get(), &token);
@@ -77,7 +77,7 @@ TEST_F(EventThreads, AreOneUnlessTheScenarioSaysOtherwise)
 {
     Load(Room({}, {}, "enumeration-completes-ms = 'never'"));
     watcher = MakeWatcher();
-    recorder.emplace(watcher);
+    recorder = std::make_unique<Recorder>(watcher);
     EventRegistrationToken token{};
     watcher->add_Added(On<AddedHandler>([this](IDeviceWatcher*, IDeviceInformation*) { return gate.Pass(); }).Get(),
                        &token);
@@ -120,7 +120,7 @@ TEST_F(EventThreads, GoOnBesideTheCompletionsHandlers)
 {
     Load(Room({}, {}, "enumeration-completes-ms = 'never'\nevent-threads = 2"));
     watcher = MakeWatcher();
-    recorder.emplace(watcher);
+    recorder = std::make_unique<Recorder>(watcher);
     EventRegistrationToken token{};
     watcher->add_EnumerationCompleted(
         On<WatcherHandler>([this](IDeviceWatcher*, ::IInspectable*) { return gate.Pass(); }).Get(), &token);
@@ -214,7 +214,7 @@ TEST_F(EventThreads, FollowTheScenariosTimes)
               "property = 'System.ItemNameDisplay'\nvalue = 'Late'\n",
               {}, "enumeration-completes-ms = 40\nevent-threads = 4"));
     watcher = MakeWatcher();
-    recorder.emplace(watcher);
+    recorder = std::make_unique<Recorder>(watcher);
     for (std::uint32_t run = 1; run <= 2; ++run)
     {
         watcher->Start();

@@ -58,7 +58,7 @@ namespace test
     private:
         HRESULT Note(char const* call)
         {
-            calls.push_back(call);
+            calls.emplace_back(call);
             return S_OK;
         }
 

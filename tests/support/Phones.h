@@ -48,6 +48,7 @@ namespace test
         {
             std::lock_guard const lock(mutex);
             std::vector<std::wstring> names;
+            names.reserve(phones.size());
             for (auto const& phone : phones)
             {
                 names.push_back(phone.name);

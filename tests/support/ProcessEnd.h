@@ -31,7 +31,7 @@ namespace test
         {
             return inherited;
         }
-        auto const own = std::filesystem::current_path();
+        auto own = std::filesystem::current_path();
         SetEnvironmentVariableW(variable, own.c_str());
         return own;
     }

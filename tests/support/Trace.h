@@ -35,7 +35,8 @@ namespace test
         constexpr std::size_t reserve = 65536; // for what other threads do meanwhile
         std::string text(SimulatorTrace(nullptr, 0) + reserve, '\0');
         SimulatorTrace(text.data(), text.size());
-        return text.c_str();
+        text.resize(text.find('\0'));
+        return text;
     }
 
     inline std::vector<TraceLine> TraceLines()

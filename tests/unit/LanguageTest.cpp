@@ -58,7 +58,7 @@ TEST(Language, AnyOtherHasTheDefaults)
     for (unsigned id = 0; id <= 0xffff; ++id)
     {
         auto const texts = vorlink::GetUiLanguage(static_cast<std::uint16_t>(id));
-        if (known.count(static_cast<std::uint16_t>(id)) == 0)
+        if (!known.contains(static_cast<std::uint16_t>(id)))
         {
             ASSERT_FALSE(texts.known) << id;
             ASSERT_EQ(texts.country, "US");

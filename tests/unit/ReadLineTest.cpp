@@ -62,8 +62,8 @@ TEST(ReadLine, WaitsLaunchesTheToolAndWaitsAgain)
     LookAt("", "Tag");
     std::vector<std::string> expected = {"SetConsoleOutputCP 65001", "Sleep 1000"};
     expected.insert(expected.end(), 19, "Sleep 100");
-    expected.push_back("WinExec 0 C:\\Windows\\System32\\cmd.exe /d /c "
-                       "C:/Windows/System32/pnputil.exe   /enum-devices >ble.jpg");
+    expected.emplace_back("WinExec 0 C:\\Windows\\System32\\cmd.exe /d /c "
+                          "C:/Windows/System32/pnputil.exe   /enum-devices >ble.jpg");
     expected.insert(expected.end(), 8, "Sleep 100");
     EXPECT_EQ(calls, expected);
 }
