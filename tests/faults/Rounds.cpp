@@ -140,9 +140,9 @@ namespace test
             break;
         case Flow::Unpair:
             Load(prompt +
-                 Device("Tag", tagAt,
+                 Device("Tag", tagAddress,
                         "protocols = ['classic', 'le']\nis-paired = true\n[device.unpairing]\nduration-ms = 20"));
-            KnowLe(Library(), "Tag=" + std::string(tagAt) + "\n");
+            KnowLe(Library(), "Tag=" + std::string(tagAddress) + "\n");
             break;
         case Flow::StartPhones:
             Load(patient);
@@ -221,7 +221,7 @@ namespace test
             Unpaired(secondId);
             break;
         case Flow::Unpair:
-            for (auto const& id : {ClassicId(tagAt), LeId(tagAt)})
+            for (auto const& id : {ClassicId(tagAddress), LeId(tagAddress)})
             {
                 SimulateDeviceChanges(id.c_str(), "System.Devices.Aep.IsPaired", "true");
             }
