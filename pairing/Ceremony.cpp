@@ -93,7 +93,8 @@ namespace vorlink
         {
             args.Accept();
         }
-        // Any other kind is left to the platform, which then ends the ceremony by itself.
+        // Any other kind is left to the platform, which then ends the ceremony by itself. None comes while ConfirmOnly
+        // alone is offered: the platform refuses a device that wants more before it asks.
     }
 
     winrt::fire_and_forget SubVorlink::PairingDevice(enumeration::DeviceInformation const& device)

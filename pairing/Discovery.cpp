@@ -10,16 +10,21 @@ namespace vorlink
 {
     using winrt::Windows::Foundation::Collections::IIterable;
 
+    namespace
+    {
+        constexpr std::chrono::seconds searchLimit(3);
+    }
+
     void DiscoveryTimer()
     {
-        WaitOut(std::chrono::seconds(3));
+        WaitOut(searchLimit);
         FinishDiscovery();
     }
 
     void SubVorlink::StartDiscovery(bool le, bool allEndpoints)
     {
         auto& library = Library();
-        // Held to the end: handlers of events that come meanwhile wait for it.
+        // Held to the end: the handlers of Added and Updated wait for it.
         std::lock_guard const lock(library.enumerationMutex);
         library.enumerationCancelled = false;
 

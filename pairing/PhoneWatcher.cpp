@@ -13,6 +13,8 @@ namespace vorlink
 {
     namespace
     {
+        constexpr std::chrono::seconds watchLimit(25);
+
         enum class Turn
         {
             Start,
@@ -194,7 +196,7 @@ namespace vorlink
 
     void ThreadEndWatcher()
     {
-        WaitOut(std::chrono::seconds(25));
+        WaitOut(watchLimit);
         VORLINK_LOG(178, "ThreadEndWatcher", "Exit ,call StopIosWatcher");
         StopIosWatcher();
     }

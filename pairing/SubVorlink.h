@@ -21,8 +21,8 @@ namespace vorlink
         void IosPairedDevicce(std::string name, PairResultCallback callback) override;
 
         // Begins a run over Bluetooth LE or Classic endpoints and returns at once; the devices arrive in the
-        // queue. A run over those that can pair or are paired ends when the platform has enumerated them; one
-        // over all endpoints 3 seconds after its start.
+        // queue. A run ends when the platform has enumerated the endpoints; one over all of them 3 seconds after its
+        // start at the latest.
         void StartDiscovery(bool le, bool allEndpoints);
 
         // Takes devices until one matches, which stays in currentDevice as well; null when the run ended without.

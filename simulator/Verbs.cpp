@@ -25,7 +25,7 @@ namespace
         using std::runtime_error::runtime_error;
     };
 
-    // Every verb passes here: no exception leaves it, and the thread's last error follows it.
+    // Every verb that can fail passes here: no exception leaves it, and the thread's last error follows it.
     template <typename Body>
     int Verb(Body body) noexcept
     {

@@ -6,7 +6,7 @@
 
 static std::promise<PairReport> answer;
 
-static void OnPaired(PairReport report) // on a thread of the platform
+static void OnPaired(PairReport report) // perhaps on a thread of the platform
 {
     answer.set_value(report);
 }

@@ -31,7 +31,7 @@ namespace simulator::aqs
             Operator compare;
         };
 
-        // What may follow the colon, the longer spelling before the one it begins with.
+        // What may follow the colon (":~~" is a colon and "~~"), the longer spelling before the one it begins with.
         constexpr OperatorSpelling operators[] = {
             {"=", Operator::Equal},
             {"<>", Operator::NotEqual},

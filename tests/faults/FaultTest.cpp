@@ -82,7 +82,7 @@ namespace
 
     // As C++/WinRT's to_hresult has it.
     template <typename Action>
-    std::int32_t CodeOf(Action action)
+    std::int32_t FailureOf(Action action)
     {
         try
         {
@@ -179,7 +179,7 @@ TEST_P(FaultMatrix, GoesAsTheTableSays)
     bool const compares = GetParam().later;
     auto const held = compares && GoesOn() ? SimulatorLiveObjects() : 0;
     Prepare();
-    EXPECT_EQ(CodeOf([&] { Act(fault.flow); }), fault.learns == Learns::Host ? code : S_OK);
+    EXPECT_EQ(FailureOf([&] { Act(fault.flow); }), fault.learns == Learns::Host ? code : S_OK);
     EXPECT_TRUE(SimulatorWaitIdle(20'000));
     EXPECT_TRUE(HasFailed());
     EXPECT_EQ(RecordCount(), fault.records) << testing::PrintToString(Log());

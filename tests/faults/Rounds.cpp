@@ -296,7 +296,8 @@ namespace test
 
     std::size_t RecordCount()
     {
-        return Log().size() - LogOf("ReadLine").size();
+        auto const records = Log(); // read once: the reader may be writing
+        return records.size() - LogOf("ReadLine", records).size();
     }
 
     void ForgetReportsAndRecords()
