@@ -27,7 +27,7 @@ namespace vorlink
         {
             if (!line.empty())
             {
-                echo << line + '\n' + description + '\n';
+                echo << line << '\n' << description << '\n';
             }
             if (!Contains(line, leInstance))
             {
@@ -38,7 +38,7 @@ namespace vorlink
             {
                 description.clear(); // the listing ends here: the device goes without one
             }
-            echo << description + '\n';
+            echo << description << '\n';
             if (Contains(description, leDescription))
             {
                 auto const pieces = SplitText(line, "&");

@@ -175,7 +175,7 @@ namespace winrt::Windows::Foundation::Collections
     template <typename T>
     T IIterator<T>::Current() const
     {
-        T value = impl::empty_value<T>();
+        auto value = impl::empty_value<T>();
         check_hresult(impl::interface_of(*this)->get_Current(impl::out(value)));
         return value;
     }
@@ -207,7 +207,7 @@ namespace winrt::Windows::Foundation::Collections
     template <typename T>
     T IVectorView<T>::GetAt(std::uint32_t index) const
     {
-        T value = impl::empty_value<T>();
+        auto value = impl::empty_value<T>();
         check_hresult(impl::interface_of(*this)->GetAt(index, impl::out(value)));
         return value;
     }
@@ -223,7 +223,7 @@ namespace winrt::Windows::Foundation::Collections
     template <typename T>
     T IVector<T>::GetAt(std::uint32_t index) const
     {
-        T value = impl::empty_value<T>();
+        auto value = impl::empty_value<T>();
         check_hresult(impl::interface_of(*this)->GetAt(index, impl::out(value)));
         return value;
     }

@@ -110,7 +110,7 @@ namespace winrt::Windows::Foundation
     template <typename TResult>
     TResult IAsyncOperation<TResult>::GetResults() const
     {
-        TResult value = impl::empty_value<TResult>();
+        auto value = impl::empty_value<TResult>();
         check_hresult(impl::interface_of(*this)->GetResults(impl::out(value)));
         return value;
     }

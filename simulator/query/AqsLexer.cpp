@@ -54,8 +54,8 @@ namespace simulator::aqs
         throw QueryError(reason + " at byte " + std::to_string(position));
     }
 
-    Lexer::Lexer(std::string_view query)
-        : m_text(query)
+    Lexer::Lexer(std::string_view text)
+        : m_text(text)
     {
         m_ahead = Scan();
     }

@@ -1,6 +1,8 @@
 // The names of the platform's methods, as the trace prints them and SimulateFailure takes them.
 #pragma once
 
+#include <algorithm>
+#include <iterator>
 #include <span>
 #include <string_view>
 
@@ -92,14 +94,7 @@ namespace simulator
 
     constexpr bool IsMethod(std::string_view name) noexcept
     {
-        for (auto const known : methodNames)
-        {
-            if (known == name)
-            {
-                return true;
-            }
-        }
-        return false;
+        return std::ranges::find(methodNames, name) != std::end(methodNames);
     }
 
     // A method of the table: a name that is not in it does not compile.

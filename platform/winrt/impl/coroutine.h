@@ -44,8 +44,8 @@ namespace winrt
         class await_adapter
         {
         public:
-            explicit await_adapter(Async const& async)
-                : m_async(async)
+            explicit await_adapter(Async async)
+                : m_async(std::move(async))
             {
             }
 

@@ -227,7 +227,7 @@ namespace winrt::impl
         HRESULT STDMETHODCALLTYPE RemoveAt(UINT32 index) noexcept override
         {
             return guarded([&] {
-                T removed = empty_value<T>();
+                auto removed = empty_value<T>();
                 change(CollectionChange::ItemRemoved, [&] {
                     check_index(m_values, index);
                     std::swap(m_values[index], removed);
@@ -250,7 +250,7 @@ namespace winrt::impl
         HRESULT STDMETHODCALLTYPE RemoveAtEnd() noexcept override
         {
             return guarded([&] {
-                T removed = empty_value<T>();
+                auto removed = empty_value<T>();
                 change(CollectionChange::ItemRemoved, [&] {
                     check_index(m_values, 0);
                     std::swap(m_values.back(), removed);
