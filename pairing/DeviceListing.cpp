@@ -27,7 +27,10 @@ namespace vorlink
         {
             if (!line.empty())
             {
-                echo << line << '\n' << description << '\n';
+                echo << std::string(line)
+                            .append("\n")
+                            .append(description)
+                            .append("\n"); // in one piece: others print too
             }
             if (!Contains(line, leInstance))
             {
@@ -38,7 +41,7 @@ namespace vorlink
             {
                 description.clear(); // the listing ends here: the device goes without one
             }
-            echo << description << '\n';
+            echo << std::string(description).append("\n");
             if (Contains(description, leDescription))
             {
                 auto const pieces = SplitText(line, "&");
