@@ -27,10 +27,8 @@ namespace vorlink
         {
             if (!line.empty())
             {
-                echo << std::string(line)
-                            .append("\n")
-                            .append(description)
-                            .append("\n"); // in one piece: others print too
+                // In one piece: others print too.
+                echo << std::string(line).append("\n").append(description).append("\n");
             }
             if (!Contains(line, leInstance))
             {
