@@ -20,7 +20,7 @@
 //    begin an unpairing, and its LE side again, ends whatever search runs then, a later PairedDevice's too.
 // 5. Threads. An operation runs on the caller's thread. A callback comes on the thread that its type says, or inside
 //    the call, on the caller's own, before the operation has returned. It must not throw, and a slow one delays the
-//    library's next step.
+//    library's next step. Inside it any operation may be called, which answers as it does outside: no lock is held.
 // 6. COM. The caller's thread need not have initialised COM: the library then joins the process's
 //    multithreaded apartment. A single-threaded apartment must pump messages, or a pairing begun there
 //    does not end; the report then comes on that thread. An unpairing needs no pumping.
