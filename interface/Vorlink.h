@@ -10,9 +10,10 @@
 // 3. State. All that outlives a call is the library's, not the object's: the log switch, the callbacks, the
 //    name being paired, the data store, the watchers. Objects made by several calls share it. An object may be
 //    released while a pairing is pending, not while an unpairing is. The library is best left loaded to the end of
-//    the process: a watcher that was started runs on, and an event on its way, or an operation still pending, would
-//    meet code that is gone. The library's own threads do not: each keeps it loaded until it has ended, for some
-//    seconds after a pairing or an unpairing and for 25 seconds after a StartIosWatcher, whatever the host unloads.
+//    the process: a watcher that was started runs on, and an event on its way, a callback that unloads it when it
+//    returns, or an operation still pending, would meet code that is gone. The library's own threads do not: each keeps
+//    it loaded until it has ended, for some seconds after a pairing or an unpairing and for 25 seconds after a
+//    StartIosWatcher, whatever the host unloads.
 // 4. One at a time. A pairing or an unpairing lasts until its callback has come, and a host begins no other before;
 //    after an error on the LE side of an unpairing no callback comes, and the host decides how long it waits.
 //    Operations that overlap keep the memory sound and mix their outcomes: a pairing reports the latest call's name to
