@@ -7,7 +7,10 @@
 #include <windows.h>
 
 #include <atomic>
+#include <memory>
 #include <string>
+#include <thread>
+#include <tuple>
 
 using namespace test;
 
