@@ -1,4 +1,5 @@
 // Which text of a match is written, and compared, in which code page.
+#include "tests/support/CodePages.h"
 #include "tests/support/Host.h"
 #include "tests/support/LogFile.h"
 #include "tests/support/Neighbourhood.h"
@@ -14,16 +15,6 @@ namespace
 {
     constexpr wchar_t name[] = L"K\u00fcche";
     constexpr wchar_t identifier[] = L"Bluetooth#Bluetooth\u00fc-a4:c1:38:5e:22:0f";
-
-    std::string In(UINT codePage, std::wstring_view text)
-    {
-        auto const length = static_cast<int>(text.size());
-        std::string bytes(4 * text.size(), '\0');
-        auto const size = WideCharToMultiByte(codePage, 0, text.data(), length, bytes.data(),
-                                              static_cast<int>(bytes.size()), nullptr, nullptr);
-        bytes.resize(static_cast<std::size_t>(size));
-        return bytes;
-    }
 
     // Pairs with the device of the name above, asked for by `requested`.
     PairReport Pair(std::string const& requested)

@@ -121,10 +121,3 @@ TEST(PairPhone, PairsNothingThatUninitializeHasForgotten)
     ASSERT_EQ(Host::Count(), 1u);
     ExpectNothingFound(Host::At(0), "Ana");
 }
-
-TEST(PairPhone, ConversionsInNamesAreNotInterpreted)
-{
-    auto const vorlink = Watching(Device("%s%n%d", addressA));
-    vorlink->IosPairedDevicce("%n%s", Host::Callback);
-    EXPECT_THAT(LogOf(search), ElementsAre(Visited("%s%n%d", "%n%s"), notFound));
-}

@@ -117,11 +117,3 @@ TEST(PhoneAdded, InFlightWhenTheWatcherStopsIsStillKeptAndGoesToTheLatestCallbac
     EXPECT_THAT(Kept(*vorlink), ElementsAre("Ana", "Ben"));
     EXPECT_THAT(Log()[1], StopRecord(1));
 }
-
-TEST(PhoneAdded, WithConversionsInItsNameIsNotInterpreted)
-{
-    auto const vorlink = Watching(Device("%s%n%d%%", addressA));
-    EXPECT_THAT(Phones::Names(), ElementsAre(L"%s%n%d%%"));
-    EXPECT_THAT(Log(), ElementsAre(AddedRecord("%s%n%d%%")));
-    EXPECT_THAT(Kept(*vorlink), ElementsAre("%s%n%d%%"));
-}

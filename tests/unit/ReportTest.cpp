@@ -1,11 +1,13 @@
 // A pairing's report, byte for byte.
 #include "pairing/Report.h"
+#include "tests/support/HostileNames.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
+#include <new>
 #include <string>
 
 using vorlink::MakeReport;
@@ -24,6 +26,8 @@ namespace
         text.resize(size, '\0');
         return text;
     }
+
+    using HostileReport = testing::TestWithParam<test::HostileName>;
 } // namespace
 
 TEST(Report, TextsAreZeroFilledToTheEndOfTheirFields)
@@ -75,3 +79,17 @@ TEST(Report, LongerAddressTextIsCutAtTheEndOfItsField)
 {
     EXPECT_EQ(Texts(MakeReport(0, false, "n", std::string(300, 'a'))), Padded("n", 128) + std::string(256, 'a'));
 }
+
+TEST_P(HostileReport, HoldsTheFirst384BytesOfTheNameAndNothingBehindThem)
+{
+    constexpr std::size_t guard = 4096;
+    alignas(PairReport) char storage[sizeof(PairReport) + guard];
+    std::memset(storage, '!', sizeof storage);
+    std::string const name = TextOf(GetParam());
+    new (storage) PairReport(MakeReport(7, true, name, ""));
+    std::string const texts(storage + offsetof(PairReport, name), storage + sizeof storage);
+    constexpr std::size_t padding = 7;
+    EXPECT_EQ(texts, Padded(Padded(name, 384), 384 + padding) + std::string(guard, '!'));
+}
+
+INSTANTIATE_TEST_SUITE_P(Report, HostileReport, testing::ValuesIn(test::hostileNames), test::labelOfName);
