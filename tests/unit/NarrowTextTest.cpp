@@ -20,6 +20,12 @@ TEST(NarrowText, AsciiIsTheSameInEveryCodePage)
     }
 }
 
+TEST(NarrowText, HalfOfACharacterBecomesTheReplacementCharacter)
+{
+    constexpr wchar_t text[] = {L'a', 0xD800, L'z', 0xDC00, L'\0'};
+    EXPECT_EQ(NarrowText(text, CodePage::Utf8), "a\xef\xbf\xbdz\xef\xbf\xbd");
+}
+
 TEST(NarrowText, EmptyTextIsEmpty)
 {
     EXPECT_EQ(NarrowText(L"", CodePage::Utf8), "");
