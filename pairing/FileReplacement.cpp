@@ -33,6 +33,20 @@ namespace vorlink
         }
     } // namespace
 
+    bool TryForAMoment(std::function<bool()> const& action)
+    {
+        constexpr int attempts = 20;
+        for (int attempt = 0; attempt < attempts; ++attempt)
+        {
+            if (action())
+            {
+                return true;
+            }
+            Sleep(10);
+        }
+        return false;
+    }
+
     void ReplaceFileText(std::string const& fileName, std::string_view text)
     {
         std::string const newName = NewName(fileName);
@@ -46,8 +60,12 @@ namespace vorlink
             return;
         }
         bool const written = WriteWhole(file, text);
-        if (written &&
-            MoveFileExA(newName.c_str(), fileName.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
+        auto const takePlace = [&] {
+            return MoveFileExA(newName.c_str(), fileName.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) !=
+                   FALSE;
+        };
+        // Written over, the file would be read by halves, and mixed with what another process writes over it.
+        if (written && TryForAMoment(takePlace))
         {
             return;
         }

@@ -4,6 +4,7 @@
 #include "pairing/LeData.h"
 #include "pairing/LibraryState.h"
 
+#include <cerrno>
 #include <fstream>
 #include <iostream>
 #include <mutex>
@@ -16,7 +17,11 @@ namespace vorlink
         std::ostringstream echo; // printed when no lock is held: whoever reads standard output may take his time
         {
             std::lock_guard const file(Library().leFileMutex); // to the end: a save meanwhile would lack what was read
-            std::ifstream text(fileName, std::ios::binary);
+            std::ifstream text;
+            TryForAMoment([&] {
+                text.open(fileName, std::ios::binary);
+                return text.is_open() || errno != EACCES; // refused while another process puts a new file in its place
+            });
             LeData read;
             ReadLeData(text, read, echo);
             std::lock_guard const lock(Library().leDataMutex);

@@ -3,6 +3,8 @@
 #include "pairing/LibraryState.h"
 #include "pairing/ReadLine.h"
 #include "tests/support/CapturedOutput.h"
+#include "tests/support/Patience.h"
+#include "tests/support/ProcessEnd.h"
 #include "tests/support/ReplacedImport.h"
 
 #include <gmock/gmock.h>
@@ -245,6 +247,35 @@ namespace
         return reinterpret_cast<decltype(&std::fwrite)>(reinterpret_cast<void*>(address))(bytes, size, count, file);
     }
 
+    // Set in the process that saves beside the test, and runs this same test.
+    constexpr wchar_t otherVariable[] = L"VORLINK_TEST_OTHER";
+    constexpr char stopFile[] = "stop";
+
+    LeData StoreOf(std::string const& owner, int entries)
+    {
+        LeData store;
+        for (int index = 0; index < entries; ++index)
+        {
+            store[owner + Number(index)] = "Piece " + Number(index);
+        }
+        return store;
+    }
+
+    HANDLE StartOther()
+    {
+        SetEnvironmentVariableW(otherVariable, L"1");
+        std::wstring program(MAX_PATH, L'\0');
+        program.resize(GetModuleFileNameW(nullptr, program.data(), MAX_PATH));
+        std::wstring arguments = L"other --gtest_brief=1 --gtest_filter=HostileFiles.OfTwoProcesses*";
+        STARTUPINFOW startup{};
+        startup.cb = sizeof startup;
+        PROCESS_INFORMATION other{};
+        EXPECT_TRUE(CreateProcessW(program.c_str(), arguments.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                                   &startup, &other));
+        CloseHandle(other.hThread);
+        return other.hProcess;
+    }
+
     constexpr auto label = [](auto const& test) { return std::string(test.param.label); };
 
     void PrintTo(HostileStore const& file, std::ostream* stream)
@@ -340,4 +371,39 @@ TEST(HostileFiles, FullDiskKeepsTheOldStoreUntilThereIsRoom)
     diskIsFull = false;
     Save();
     EXPECT_EQ(ReadFile(leDataFile), "AA=BB\nTag=C1\n");
+}
+
+TEST(HostileFiles, OfTwoProcessesThatSaveAndLoadIsReadWhole)
+{
+    std::filesystem::current_path(DirectoryOfTheTest());
+    auto const own = StoreOf("Own ", 3'000);
+    auto const others = StoreOf("Another's ", 2'000);
+    if (GetEnvironmentVariableW(otherVariable, nullptr, 0) != 0)
+    {
+        Store() = others;
+        WaitUntil([] {
+            Save();
+            return std::filesystem::exists(stopFile);
+        });
+        return;
+    }
+    HANDLE const other = StartOther();
+    ASSERT_TRUE(WaitUntil([] { return std::filesystem::exists(leDataFile); }));
+    int ownRead = 0;
+    int othersRead = 0;
+    int torn = 0;
+    for (int round = 0; round < 200; ++round)
+    {
+        ClearLeData();
+        Load();
+        ++(Store() == own ? ownRead : Store() == others ? othersRead : torn);
+        Store() = own;
+        Save();
+    }
+    WriteFile(stopFile, "");
+    EXPECT_EQ(WaitForSingleObject(other, 20'000), WAIT_OBJECT_0);
+    CloseHandle(other);
+    EXPECT_EQ(torn, 0);
+    EXPECT_GT(ownRead, 0);
+    EXPECT_GT(othersRead, 0);
 }
