@@ -66,6 +66,7 @@ namespace vorlink
         length += FormatInto(rest(), "[Line:%d]", head.line);
         length += FormatInto(rest(), "[Function:%s] ", head.functionName);
         length += FormatListInto(buffer.subspan(static_cast<std::size_t>(length)), format, arguments);
+        length = std::max(length, 0); // a buffer too small for a head has no blank to take
         buffer[static_cast<std::size_t>(length)] = '\n';
         return static_cast<std::size_t>(length) + 1;
     }

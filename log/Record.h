@@ -34,7 +34,8 @@ namespace vorlink
     inline constexpr std::size_t recordCapacity = 10240;
 
     // Builds the whole record, its line feed included, and returns its length. A message that would not fit
-    // is cut so that the line feed does. One whose formatting fails takes the blank before it along.
+    // is cut so that the line feed does, for which the buffer has room. One whose formatting fails takes the blank
+    // before it along.
     std::size_t BuildRecord(std::span<char> buffer, RecordHead const& head, char const* format, std::va_list arguments)
         VORLINK_PRINTF(3, 0);
 } // namespace vorlink

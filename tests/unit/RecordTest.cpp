@@ -7,6 +7,7 @@
 #include <chrono>
 #include <cstdlib>
 #include <ctime>
+#include <span>
 #include <string>
 
 using testing::EndsWith;
@@ -33,6 +34,17 @@ namespace
     RecordHead Head()
     {
         return {system_clock::time_point(), R"(C:\source\SubVorlink)", 1145, "SubVorlink::UnpairedCurrent"};
+    }
+
+    std::size_t BuildIn(std::span<char> buffer, char const* format, ...) VORLINK_PRINTF(2, 3);
+
+    std::size_t BuildIn(std::span<char> buffer, char const* format, ...)
+    {
+        std::va_list arguments;
+        va_start(arguments, format);
+        auto const length = vorlink::BuildRecord(buffer, Head(), format, arguments);
+        va_end(arguments);
+        return length;
     }
 
     constexpr std::size_t timestampLength = 23;
@@ -120,6 +132,13 @@ TEST(Record, FunctionNameLongerThanTheBufferLeavesRoomForTheLineFeed)
     EXPECT_EQ(record.back(), '\n');
 }
 
+TEST(Record, InABufferOfOneByteIsItsLineFeed)
+{
+    std::array<char, 1> buffer{};
+    EXPECT_EQ(BuildIn(buffer, "message"), 1u);
+    EXPECT_EQ(buffer[0], '\n');
+}
+
 TEST(FormatInto, ReturnsTheNumberOfCharacters)
 {
     std::array<char, 16> buffer{};
@@ -141,6 +160,13 @@ TEST(Record, MessageWhoseFormattingFailsTakesTheBlankBeforeItAlong)
     // No multibyte text for this character in the C locale: formatting it fails.
     std::string const record = Build(Head(), "ab%lc", static_cast<wint_t>(0xFFFF));
     EXPECT_THAT(record, EndsWith("[Function:SubVorlink::UnpairedCurrent]\n"));
+}
+
+TEST(Record, MessageWhoseFormattingFailsTakesNothingFromAnEmptyHead)
+{
+    std::array<char, 1> buffer{};
+    EXPECT_EQ(BuildIn(buffer, "%lc", static_cast<wint_t>(0xFFFF)), 1u);
+    EXPECT_EQ(buffer[0], '\n');
 }
 
 TEST(FormatInto, ReturnsMinusOneWhenFormattingFails)
