@@ -51,7 +51,9 @@ namespace simulator::aqs
 
     void Fail(std::string const& reason, std::size_t position)
     {
-        throw QueryError(reason + " at byte " + std::to_string(position));
+        auto text = reason + " at byte " + std::to_string(position);
+        std::ranges::replace(text, '\0', '?'); // a query may quote one, and what() would end there
+        throw QueryError(text);
     }
 
     Lexer::Lexer(std::string_view text)

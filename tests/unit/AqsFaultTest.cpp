@@ -96,6 +96,12 @@ TEST(AqsFaults, NameTheirPlace)
     }
 }
 
+TEST(AqsFaults, NameTheirPlaceBehindAZeroToo)
+{
+    using namespace std::string_view_literals;
+    EXPECT_EQ(Fault(" a\0b:=5"sv), "no property is named 'a?b' at byte 1");
+}
+
 TEST(AqsFaults, HostileNestingIsRefused)
 {
     EXPECT_TRUE(Query::Parse(Nested(64, "(", ")")).Matches(Pairable()));
