@@ -2,15 +2,13 @@
 #include "fuzz/Require.h"
 #include "pairing/LeData.h"
 
-#include <cstddef>
 #include <cstdint>
 #include <sstream>
-#include <string>
-
-using namespace test;
 
 namespace
 {
+    using fuzz::Require;
+
     vorlink::LeData Read(std::string const& text)
     {
         vorlink::LeData store;

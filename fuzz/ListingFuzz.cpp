@@ -2,15 +2,13 @@
 #include "fuzz/Require.h"
 #include "pairing/DeviceListing.h"
 
-#include <cstddef>
 #include <cstdint>
 #include <sstream>
-#include <string>
-
-using namespace test;
 
 namespace
 {
+    using fuzz::Require;
+
     std::string FourthPiece(std::string const& line)
     {
         std::size_t begin = 0;

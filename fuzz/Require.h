@@ -1,9 +1,9 @@
-// What must hold for any bytes: else the fuzzer stops and shows them.
+// What a fuzzer holds a piece to. The abort is reported with its stack and the input that led to it.
 #pragma once
 
 #include <cstdlib>
 
-namespace test
+namespace fuzz
 {
     inline void Require(bool condition)
     {
@@ -12,4 +12,4 @@ namespace test
             std::abort();
         }
     }
-} // namespace test
+} // namespace fuzz
