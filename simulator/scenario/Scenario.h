@@ -34,6 +34,7 @@ namespace simulator
         std::int32_t durationMs;
         std::string pin;
         std::int32_t maxProtection; // DevicePairingProtectionLevel
+        bool operator==(Ceremony const&) const = default;
     };
 
     struct Unpairing
@@ -41,6 +42,7 @@ namespace simulator
         std::int32_t status; // DeviceUnpairingResultStatus
         std::int32_t durationMs;
         UnpairEffect effect;
+        bool operator==(Unpairing const&) const = default;
     };
 
     struct TimedChange
@@ -48,6 +50,7 @@ namespace simulator
         std::int32_t atMs;
         std::string property;
         Value value;
+        bool operator==(TimedChange const&) const = default;
     };
 
     struct Endpoint
@@ -66,6 +69,7 @@ namespace simulator
         Unpairing unpairing;
         std::optional<bool> listed; // by the plug-and-play tool; otherwise what is paired to begin with
         std::string description;    // there
+        bool operator==(Endpoint const&) const = default;
     };
 
     enum class ListingLanguage
@@ -82,6 +86,7 @@ namespace simulator
         std::int32_t unrelatedDevices = 4;
         std::int32_t durationMs = 0;
         bool missing = false; // as if there were no such tool
+        bool operator==(Listing const&) const = default;
     };
 
     struct Scenario
@@ -91,6 +96,7 @@ namespace simulator
         std::int32_t eventThreads;  // how many raise the events of one watcher
         std::vector<Endpoint> endpoints;
         Listing listing;
+        bool operator==(Scenario const&) const = default;
     };
 
     // what(): "source:line: reason"
