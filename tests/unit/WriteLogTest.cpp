@@ -7,6 +7,8 @@
 #include <gmock/gmock.h>
 
 #include <atomic>
+#include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <future>
@@ -32,6 +34,18 @@ namespace
             firstMayGoOn.get_future().wait();
         }
         return GetCurrentDirectoryA(static_cast<DWORD>(size), buffer) ? buffer : nullptr;
+    }
+
+    char* FindNoDirectory(char* buffer, int)
+    {
+        buffer[0] = 'x'; // of no use to anyone
+        return nullptr;
+    }
+
+    void* NoMemoryForARecord(std::size_t count, std::size_t size)
+    {
+        return count * size < vorlink::recordCapacity ? std::memset(std::malloc(count * size), 0, count * size)
+                                                      : nullptr;
     }
 } // namespace
 
@@ -102,6 +116,20 @@ TEST(WriteLog, FollowsTheCurrentDirectory)
     EXPECT_THAT(Log(), ElementsAre(Record(2, "f", "there")));
     std::filesystem::current_path("..");
     EXPECT_THAT(Log(), ElementsAre(Record(1, "f", "here")));
+}
+
+TEST(WriteLog, DirectoryWhoseNameCannotBeHadIsTheCurrentOneAllTheSame)
+{
+    test::ReplaceImport(GetModuleHandleW(nullptr), "_getcwd", FindNoDirectory);
+    WriteLog(true, path, 1, "f", "message");
+    EXPECT_THAT(Log(), ElementsAre(Record(1, "f", "message")));
+}
+
+TEST(WriteLog, RecordWithoutMemoryIsLost)
+{
+    test::ReplaceImport(GetModuleHandleW(nullptr), "calloc", NoMemoryForARecord);
+    WriteLog(true, path, 1, "f", "message");
+    EXPECT_FALSE(LogExists());
 }
 
 TEST(WriteLog, HeldUpOnOneThreadHoldsUpNoOther)
