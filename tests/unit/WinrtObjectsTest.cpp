@@ -3,7 +3,10 @@
 #include "platform/abi/Enumeration.h"
 #include "tests/support/CodeOf.h"
 #include "tests/support/Endpoints.h"
+#include "tests/support/FakeObject.h"
 #include "tests/support/Neighbourhood.h"
+#include "tests/support/ReplacedImport.h"
+#include "tests/support/Trace.h"
 
 #include <gtest/gtest.h>
 
@@ -93,6 +96,57 @@ TEST(WinrtHandler, MarshalerLeavesTheReferencesBalanced)
 {
     AddedHandler const handler([](auto&&, auto&&) {});
     Query(Raw(handler), platform::iid_of<::IMarshal>);
+    Raw(handler)->AddRef();
+    EXPECT_EQ(Raw(handler)->Release(), 1u);
+}
+
+namespace
+{
+    using MakeMarshaler = HRESULT WINAPI(::IUnknown*, ::IUnknown**);
+
+    MakeMarshaler* SystemsMakeMarshaler()
+    {
+        auto const found = GetProcAddress(GetModuleHandleW(L"ole32.dll"), "CoCreateFreeThreadedMarshaler");
+        return reinterpret_cast<MakeMarshaler*>(reinterpret_cast<void*>(found));
+    }
+
+    HRESULT WINAPI MakeNoMarshaler(::IUnknown*, ::IUnknown**)
+    {
+        return E_OUTOFMEMORY;
+    }
+
+    FakeObject<::IInspectable> marshalerTooMany;
+
+    // As when another thread asks for the marshaler meanwhile.
+    HRESULT WINAPI MakeOneMarshalerTooMany(::IUnknown* outer, ::IUnknown** marshaler)
+    {
+        ReplaceImport(GetModuleHandleW(nullptr), "CoCreateFreeThreadedMarshaler", SystemsMakeMarshaler());
+        EXPECT_EQ(Query(outer, platform::iid_of<::IMarshal>), S_OK);
+        marshalerTooMany.AddRef();
+        *marshaler = &marshalerTooMany;
+        return S_OK;
+    }
+
+    void* WINAPI AllocateNothing(SIZE_T)
+    {
+        return nullptr;
+    }
+} // namespace
+
+TEST(WinrtHandler, MarshalerThatCannotBeMadeIsToldByItsCode)
+{
+    AddedHandler const handler([](auto&&, auto&&) {});
+    ReplaceImport(GetModuleHandleW(nullptr), "CoCreateFreeThreadedMarshaler", MakeNoMarshaler);
+    EXPECT_EQ(Query(Raw(handler), platform::iid_of<::IMarshal>), E_OUTOFMEMORY);
+}
+
+TEST(WinrtHandler, OfTwoMarshalersMadeAtATimeTheFirstStays)
+{
+    AddedHandler const handler([](auto&&, auto&&) {});
+    auto const before = marshalerTooMany.References();
+    ReplaceImport(GetModuleHandleW(nullptr), "CoCreateFreeThreadedMarshaler", MakeOneMarshalerTooMany);
+    EXPECT_EQ(Query(Raw(handler), platform::iid_of<::IMarshal>), S_OK);
+    EXPECT_EQ(marshalerTooMany.References(), before);
     Raw(handler)->AddRef();
     EXPECT_EQ(Raw(handler)->Release(), 1u);
 }
@@ -195,6 +249,16 @@ TEST(WinrtVector, TellsWhatItIsAtTheBinaryLevel)
     EXPECT_EQ(object->GetTrustLevel(&level), S_OK);
     EXPECT_EQ(level, BaseTrust);
     EXPECT_EQ(object->QueryInterface(platform::iid_of<::IUnknown>, nullptr), E_POINTER);
+}
+
+TEST(WinrtVector, HasNoIdentifiersToTellWithoutMemory)
+{
+    auto const values = winrt::single_threaded_vector<winrt::hstring>();
+    ReplaceImport(GetModuleHandleW(nullptr), "CoTaskMemAlloc", AllocateNothing);
+    ULONG count = 7;
+    GUID* ids = nullptr;
+    EXPECT_EQ(static_cast<::IInspectable*>(winrt::get_abi(values))->GetIids(&count, &ids), E_OUTOFMEMORY);
+    EXPECT_EQ(count, 0u);
 }
 
 TEST(WinrtVector, PutsNothingBeyondItsEnd)
