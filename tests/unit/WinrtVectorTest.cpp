@@ -4,6 +4,8 @@
 #include "tests/support/CodeOf.h"
 #include "tests/support/Endpoints.h"
 #include "tests/support/Neighbourhood.h"
+#include "tests/support/ReplacedImport.h"
+#include "tests/support/Trace.h"
 
 #include <gmock/gmock.h>
 
@@ -12,6 +14,7 @@
 
 using namespace test;
 using testing::ElementsAre;
+using testing::IsEmpty;
 using winrt::Windows::Foundation::Collections::CollectionChange;
 using winrt::Windows::Foundation::Collections::IIterable;
 using winrt::Windows::Foundation::Collections::IObservableVector;
@@ -47,6 +50,11 @@ namespace
     platform::IDeviceInformation* Raw(enumeration::DeviceInformation const& device)
     {
         return static_cast<platform::IDeviceInformation*>(winrt::get_abi(device));
+    }
+
+    void* WINAPI AllocateNothing(SIZE_T)
+    {
+        return nullptr;
     }
 } // namespace
 
@@ -163,4 +171,97 @@ TEST(WinrtObservableVector, ObserverMayChangeItAndRemoveItself)
     });
     values.Clear();
     EXPECT_EQ(values.Size(), 1u);
+}
+
+TEST(WinrtVector, IsFoundInAtTheBinaryLevel)
+{
+    Three const three;
+    auto const values = three.Observable();
+    auto* const vector = RawVector(values);
+    UINT32 index = 7;
+    boolean found = 0;
+    EXPECT_EQ(vector->IndexOf(Raw(three.devices[1]), &index, &found), S_OK);
+    EXPECT_EQ(index, 1u);
+    EXPECT_EQ(found, 1);
+    EXPECT_EQ(vector->IndexOf(Raw(three.devices[2]), &index, &found), S_OK);
+    EXPECT_EQ(index, 0u);
+    EXPECT_EQ(found, 0);
+}
+
+TEST(WinrtVector, IsReadInPartsAtTheBinaryLevel)
+{
+    Three const three;
+    auto const values = three.Observable();
+    auto const iterator = IIterable<enumeration::DeviceInformation>(values).First();
+    auto* const rawIterator =
+        static_cast<platform::IIterator<platform::IDeviceInformation*>*>(winrt::get_abi(iterator));
+
+    // As many as were read, each with a reference of its own.
+    auto const read = [](auto&& part) {
+        platform::IDeviceInformation* devices[3]{};
+        UINT32 count = 7;
+        EXPECT_EQ(part(devices, &count), S_OK);
+        std::vector<platform::IDeviceInformation*> const result(devices, devices + count);
+        for (auto* const device : result)
+        {
+            device->Release();
+        }
+        return result;
+    };
+    auto const vectorPart = [&](UINT32 start, UINT32 capacity) {
+        return read(
+            [&](auto* devices, auto* count) { return RawVector(values)->GetMany(start, capacity, devices, count); });
+    };
+    auto const nextPart = [&](UINT32 capacity) {
+        return read([&](auto* devices, auto* count) { return rawIterator->GetMany(capacity, devices, count); });
+    };
+    auto* const first = Raw(three.devices[0]);
+    auto* const second = Raw(three.devices[1]);
+    EXPECT_THAT(vectorPart(0, 3), ElementsAre(first, second));
+    EXPECT_THAT(vectorPart(1, 1), ElementsAre(second));
+    EXPECT_THAT(vectorPart(2, 1), IsEmpty());
+    UINT32 count = 0;
+    EXPECT_EQ(RawVector(values)->GetMany(3, 1, nullptr, &count), outOfBounds);
+    EXPECT_THAT(nextPart(1), ElementsAre(first));
+    EXPECT_THAT(nextPart(3), ElementsAre(second));
+    EXPECT_THAT(nextPart(1), IsEmpty());
+}
+
+TEST(WinrtVector, TellsWhatItIsAtTheBinaryLevel)
+{
+    auto const values = winrt::single_threaded_vector<winrt::hstring>({L"a"});
+    auto* const object = static_cast<::IInspectable*>(winrt::get_abi(values));
+    ULONG count = 0;
+    GUID* ids = nullptr;
+    ASSERT_EQ(object->GetIids(&count, &ids), S_OK);
+    EXPECT_THAT(std::vector<GUID>(ids, ids + count), ElementsAre(platform::iid_of<platform::IVector<HSTRING>>,
+                                                                 platform::iid_of<platform::IVectorView<HSTRING>>,
+                                                                 platform::iid_of<platform::IIterable<HSTRING>>));
+    CoTaskMemFree(ids);
+    auto name = reinterpret_cast<HSTRING>(object);
+    EXPECT_EQ(object->GetRuntimeClassName(&name), S_OK);
+    EXPECT_EQ(name, nullptr);
+    auto level = FullTrust;
+    EXPECT_EQ(object->GetTrustLevel(&level), S_OK);
+    EXPECT_EQ(level, BaseTrust);
+    EXPECT_EQ(object->QueryInterface(platform::iid_of<::IUnknown>, nullptr), E_POINTER);
+}
+
+TEST(WinrtVector, HasNoIdentifiersToTellWithoutMemory)
+{
+    auto const values = winrt::single_threaded_vector<winrt::hstring>();
+    ReplaceImport(GetModuleHandleW(nullptr), "CoTaskMemAlloc", AllocateNothing);
+    ULONG count = 7;
+    GUID* ids = nullptr;
+    EXPECT_EQ(static_cast<::IInspectable*>(winrt::get_abi(values))->GetIids(&count, &ids), E_OUTOFMEMORY);
+    EXPECT_EQ(count, 0u);
+}
+
+TEST(WinrtVector, PutsNothingBeyondItsEnd)
+{
+    Three const three;
+    auto const values = three.Observable();
+    EXPECT_EQ(RawVector(values)->InsertAt(3, Raw(three.devices[2])), outOfBounds);
+    EXPECT_EQ(RawVector(values)->SetAt(2, Raw(three.devices[2])), outOfBounds);
+    EXPECT_EQ(values.Size(), 2u);
 }
