@@ -1,94 +1,16 @@
 // What many starts and stops of the phone watcher leave in the process.
 #include "tests/library/PhoneHost.h"
-
-#include <windows.h>
-#include <psapi.h>
-#include <tlhelp32.h>
+#include "tests/support/Resources.h"
 
 #include <chrono>
-#include <cstddef>
-#include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <thread>
-#include <vector>
 
 using namespace test;
 
 namespace
 {
     void Ignore(wchar_t const*, std::uint32_t) {}
-
-    DWORD Threads()
-    {
-        HANDLE const snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0);
-        THREADENTRY32 entry{};
-        entry.dwSize = sizeof entry;
-        DWORD count = 0;
-        for (BOOL more = Thread32First(snapshot, &entry); more; more = Thread32Next(snapshot, &entry))
-        {
-            count += entry.th32OwnerProcessID == GetCurrentProcessId() ? 1u : 0u;
-        }
-        CloseHandle(snapshot);
-        return count;
-    }
-
-    struct SystemHandle
-    {
-        void* object;
-        ULONG_PTR process;
-        ULONG_PTR value;
-        ULONG access;
-        USHORT creator;
-        USHORT type;
-        ULONG attributes;
-        ULONG reserved;
-    };
-
-    // From the list of all handles, since Wine does not count a process's own.
-    std::size_t Handles()
-    {
-        using Query = LONG(WINAPI*)(int, void*, ULONG, ULONG*);
-        auto const query = reinterpret_cast<Query>(
-            reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "NtQuerySystemInformation")));
-        constexpr int extendedHandleInformation = 64;
-        std::vector<std::byte> buffer(16 * 1024 * 1024);
-        ULONG size = 0;
-        EXPECT_EQ(query(extendedHandleInformation, buffer.data(), static_cast<ULONG>(buffer.size()), &size), 0);
-        ULONG_PTR count = 0;
-        std::memcpy(&count, buffer.data(), sizeof count);
-        std::size_t own = 0;
-        for (ULONG_PTR index = 0; index < count; ++index)
-        {
-            SystemHandle handle{};
-            std::memcpy(&handle, buffer.data() + 2 * sizeof(ULONG_PTR) + index * sizeof handle, sizeof handle);
-            own += handle.process == GetCurrentProcessId() ? 1u : 0u;
-        }
-        return own;
-    }
-
-    struct Resources
-    {
-        std::size_t handles = Handles();
-        DWORD threads = Threads();
-        std::uint32_t objects = SimulatorLiveObjects();
-        SIZE_T bytes = 0;
-    };
-
-    Resources Measure()
-    {
-        Resources resources;
-        PROCESS_MEMORY_COUNTERS memory{};
-        GetProcessMemoryInfo(GetCurrentProcess(), &memory, sizeof memory);
-        resources.bytes = memory.PagefileUsage;
-        return resources;
-    }
-
-    void Print(char const* when, Resources const& resources)
-    {
-        std::printf("%s: %zu handles, %lu threads, %u objects of the platform, %llu KiB\n", when, resources.handles,
-                    resources.threads, resources.objects, static_cast<unsigned long long>(resources.bytes / 1024));
-    }
 
     int Rounds()
     {
