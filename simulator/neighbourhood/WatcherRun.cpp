@@ -56,8 +56,8 @@ namespace simulator
                     continue;
                 }
                 known = value;
-                auto const same = [&](std::string const& one) {
-                    PropertyNameLess const less;
+                auto const same = [&name = name](std::string const& one) {
+                    PropertyNameLess const less{};
                     return !less(one, name) && !less(name, one);
                 };
                 if (auto const as = std::find_if(shown.begin(), shown.end(), same); as != shown.end())
@@ -116,12 +116,12 @@ namespace simulator
                 return timed.task && timed.task->inRange && timed.task->id == happening.id;
             });
         }
-        run.tasks.push_back(happening);
+        run.tasks.emplace_back(happening);
     }
 
     void CompleteEnumeration(WatcherRun& run)
     {
-        run.tasks.push_back(std::nullopt);
+        run.tasks.emplace_back(std::nullopt);
     }
 
     void Abort(WatcherRun& run)

@@ -50,7 +50,7 @@ namespace simulator
             Raise(
                 custom.PairingRequested(), operation->generation, "DeviceInformationCustomPairing.PairingRequested",
                 operation->id + ", " + Text(kind), [&] { return Ref<CustomPairing>(&custom); },
-                [&] { return request; });
+                [&] { return Ref(request); });
         }
     } // namespace
 
