@@ -22,26 +22,26 @@ namespace host
         // will not come any more.
         constexpr std::chrono::seconds silenceWithoutLog{8};
 
-        std::chrono::milliseconds Patience(Arguments const& arguments, LogRecords const& records)
+        std::chrono::milliseconds Patience(Request const& request, LogRecords const& records)
         {
-            if (arguments.command != Command::Unpair)
+            if (request.command != Command::Unpair)
             {
-                return arguments.timeout;
+                return request.timeout;
             }
-            if (!arguments.log)
+            if (!request.log)
             {
                 return silenceWithoutLog;
             }
             // The log knows whether the search has found anything.
-            return records.Holds("CLassic id is: ") ? arguments.timeout : std::chrono::seconds(0);
+            return records.Holds("CLassic id is: ") ? request.timeout : std::chrono::seconds(0);
         }
 
-        Outcome DescribeAnswer(Answer const& answer, Arguments const& arguments, Phase lastPhase)
+        Outcome DescribeAnswer(Answer const& answer, Request const& request, Phase lastPhase)
         {
             if (!answer)
             {
-                auto const* const doing = arguments.command == Command::Unpair ? "unpairing" : "pairing";
-                return DescribeNoAnswer(arguments.name, arguments.timeout.count(),
+                auto const* const doing = request.command == Command::Unpair ? "unpairing" : "pairing";
+                return DescribeNoAnswer(request.name, request.timeout.count(),
                                         lastPhase == Phase::Working ? doing : nullptr);
             }
             if (auto const* const failure = std::get_if<Failure>(&*answer))
@@ -50,13 +50,13 @@ namespace host
             }
             if (auto const* const report = std::get_if<UnpairReport>(&*answer))
             {
-                return DescribeUnpairing(report->success, arguments.name);
+                return DescribeUnpairing(report->success, request.name);
             }
             if (std::holds_alternative<Silence>(*answer))
             {
-                return DescribeSilence(arguments.name);
+                return DescribeSilence(request.name);
             }
-            return DescribeReport(std::get<PairReport>(*answer), arguments.name);
+            return DescribeReport(std::get<PairReport>(*answer), request.name);
         }
 
         // The library records an outcome after it has reported it.
@@ -85,40 +85,40 @@ namespace host
             Print("\nWhat the library logged (log.log):\n" + (shown.empty() ? "  nothing\n" : shown));
         }
 
-        Outcome PairOrUnpair(VorlinkFactory factory, Arguments const& arguments, LogRecords const& records,
+        Outcome PairOrUnpair(VorlinkFactory factory, Request const& request, LogRecords const& records,
                              Progress& progress)
         {
             auto const start = Clock::now();
-            if (arguments.command == Command::PairPhone)
+            if (request.command == Command::PairPhone)
             {
-                if (auto const outcome = AwaitPhone(factory, arguments, progress))
+                if (auto const outcome = AwaitPhone(factory, request, progress))
                 {
                     return *outcome;
                 }
             }
             auto lastPhase = Phase::Finding;
             auto const answer = Perform(
-                factory, arguments, start,
+                factory, request, start,
                 [&](auto phase, auto elapsed) {
                     lastPhase = phase;
                     progress.Show(phase, elapsed);
                 },
-                [&] { return Patience(arguments, records); });
+                [&] { return Patience(request, records); });
             progress.Finish();
-            return DescribeAnswer(answer, arguments, lastPhase);
+            return DescribeAnswer(answer, request, lastPhase);
         }
     } // namespace
 
-    ExitCode RunCommand(Arguments const& arguments)
+    ExitCode RunCommand(Request const& request)
     {
         auto const factory = LoadVorlink();
         LogRecords const records;
-        Progress progress(arguments.command, arguments.name);
+        Progress progress(request.command, request.name);
 
-        auto const outcome = arguments.command == Command::Phones ? ListPhones(factory, arguments, progress)
-                                                                  : PairOrUnpair(factory, arguments, records, progress);
+        auto const outcome = request.command == Command::Phones ? ListPhones(factory, request, progress)
+                                                                : PairOrUnpair(factory, request, records, progress);
         Print(outcome.text + "\n");
-        if (outcome.code == ExitCode::Done && arguments.learn)
+        if (outcome.code == ExitCode::Done && request.learn)
         {
             PrintError("Learning the device's LE side, which takes about 4 s ...\n");
             if (!WaitForLearning())
@@ -126,9 +126,9 @@ namespace host
                 PrintError("Nothing was learnt: the system's listing of devices did not come.\n");
             }
         }
-        if (arguments.log)
+        if (request.log)
         {
-            WaitForLastRecord(records, arguments.command, outcome.code);
+            WaitForLastRecord(records, request.command, outcome.code);
             PrintRecords(records);
         }
         return outcome.code;

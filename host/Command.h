@@ -1,10 +1,10 @@
 #pragma once
 
-#include "host/Arguments.h"
 #include "host/ExitCode.h"
+#include "host/Request.h"
 
 namespace host
 {
     // Lists, pairs or unpairs, and prints the outcome and, if asked for, the log's new records.
-    ExitCode RunCommand(Arguments const& arguments);
+    ExitCode RunCommand(Request const& request);
 } // namespace host

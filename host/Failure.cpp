@@ -1,6 +1,6 @@
 #include "host/Failure.h"
 
-#include "host/Text.h"
+#include "host/WideText.h"
 
 #include <winrt/base.h>
 

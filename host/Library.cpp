@@ -1,6 +1,6 @@
 #include "host/Library.h"
 
-#include "host/Text.h"
+#include "host/WideText.h"
 
 #include <windows.h>
 

@@ -1,5 +1,4 @@
-#include "host/Arguments.h"
-#include "host/Command.h"
+#include "host/CommandLine.h"
 #include "host/Failure.h"
 #include "host/LastResort.h"
 #include "host/Terminal.h"
@@ -13,13 +12,13 @@ namespace host
     {
         ExitCode Run()
         {
-            auto const arguments = ReadArguments();
-            if (auto const* const early = std::get_if<EarlyExit>(&arguments))
+            auto const line = ReadCommandLine();
+            if (auto const* const early = std::get_if<EarlyExit>(&line))
             {
                 early->code == ExitCode::Usage ? PrintError(early->text) : Print(early->text);
                 return early->code;
             }
-            return RunCommand(std::get<Arguments>(arguments));
+            return std::get<Action>(line)();
         }
     } // namespace
 } // namespace host

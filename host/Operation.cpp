@@ -36,28 +36,28 @@ namespace host
             SetAnswer(UnpairReport{success});
         }
 
-        void Call(Vorlink& vorlink, Arguments const& arguments)
+        void Call(Vorlink& vorlink, Request const& request)
         {
-            switch (arguments.command)
+            switch (request.command)
             {
             case Command::Unpair:
-                return vorlink.UnpairedCurrent(arguments.name, OnUnpairReport);
+                return vorlink.UnpairedCurrent(request.name, OnUnpairReport);
             case Command::PairPhone:
-                return vorlink.IosPairedDevicce(arguments.name, OnPairReport);
+                return vorlink.IosPairedDevicce(request.name, OnPairReport);
             default:
-                return vorlink.PairedDevice(arguments.name, OnPairReport);
+                return vorlink.PairedDevice(request.name, OnPairReport);
             }
         }
 
-        void Run(VorlinkFactory factory, Arguments const& arguments)
+        void Run(VorlinkFactory factory, Request const& request)
         {
             try
             {
                 // Never released: the library may still be at work for the object when the process ends.
                 Vorlink* const vorlink = factory().release();
-                vorlink->SetLogEnabled(arguments.log);
+                vorlink->SetLogEnabled(request.log);
                 vorlink->Initialize(); // loads what earlier runs have learnt
-                Call(*vorlink, arguments);
+                Call(*vorlink, request);
             }
             catch (...)
             {
@@ -70,12 +70,12 @@ namespace host
         }
     } // namespace
 
-    Answer Perform(VorlinkFactory factory, Arguments const& arguments, Clock::time_point start,
+    Answer Perform(VorlinkFactory factory, Request const& request, Clock::time_point start,
                    ProgressCallback const& progress, PatienceCallback const& patience)
     {
-        auto const limit = start + arguments.timeout;
+        auto const limit = start + request.timeout;
         auto end = limit; // comes nearer when the operation has returned
-        std::thread(Run, factory, arguments).detach();
+        std::thread(Run, factory, request).detach();
 
         auto lastPhase = Phase::Finding;
         std::unique_lock lock(shared.mutex);

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "host/Arguments.h"
 #include "host/Failure.h"
 #include "host/Library.h"
+#include "host/Request.h"
 
 #include <chrono>
 #include <functional>
@@ -40,6 +40,6 @@ namespace host
     // Pairs or unpairs on a thread of its own and waits here, for the operation may block without limit. The time is
     // counted from `start`. Calls `progress` on the caller's thread, at once and then about every second. When the time
     // runs out the thread stays behind: the process has to end without waiting for it. Once a process.
-    Answer Perform(VorlinkFactory factory, Arguments const& arguments, Clock::time_point start,
+    Answer Perform(VorlinkFactory factory, Request const& request, Clock::time_point start,
                    ProgressCallback const& progress, PatienceCallback const& patience);
 } // namespace host

@@ -3,7 +3,7 @@
 #include "host/Interruption.h"
 #include "host/Operation.h"
 #include "host/SearchLog.h"
-#include "host/Text.h"
+#include "host/WideText.h"
 
 #include <condition_variable>
 #include <future>
@@ -109,17 +109,17 @@ namespace host
         }
     } // namespace
 
-    SearchResult SearchPhones(VorlinkFactory factory, Arguments const& arguments, NameCallback const& takeName,
+    SearchResult SearchPhones(VorlinkFactory factory, Request const& request, NameCallback const& takeName,
                               ElapsedCallback const& progress)
     {
         // Never released: the library may still be at work for the object when the process ends.
         Vorlink* const vorlink = factory().release();
         Interruption const interruption;
-        SearchLog const log(*vorlink, arguments.log);
+        SearchLog const log(*vorlink, request.log);
         auto const started = Begin([vorlink] { vorlink->StartIosWatcher(OnDevice); });
         try
         {
-            auto const end = Watch(started, log, interruption, arguments.timeout, takeName, progress);
+            auto const end = Watch(started, log, interruption, request.timeout, takeName, progress);
             bool const cutShort = end == SearchEnd::TimeLimit || end == SearchEnd::Interrupted;
             if (cutShort && IsDone(started))
             {

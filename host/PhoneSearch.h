@@ -1,8 +1,8 @@
 #pragma once
 
-#include "host/Arguments.h"
 #include "host/Failure.h"
 #include "host/Library.h"
+#include "host/Request.h"
 
 #include <chrono>
 #include <functional>
@@ -26,8 +26,8 @@ namespace host
 
     using ElapsedCallback = std::function<void(std::chrono::seconds elapsed)>;
 
-    // Has the library search for phones, within the arguments' time limit. Calls both on the caller's thread,
+    // Has the library search for phones, within the request' time limit. Calls both on the caller's thread,
     // `progress` many times a second. Once a process.
-    SearchResult SearchPhones(VorlinkFactory factory, Arguments const& arguments, NameCallback const& takeName,
+    SearchResult SearchPhones(VorlinkFactory factory, Request const& request, NameCallback const& takeName,
                               ElapsedCallback const& progress);
 } // namespace host

@@ -8,20 +8,20 @@ namespace host
 {
     namespace
     {
-        SearchResult Search(VorlinkFactory factory, Arguments const& arguments, Progress& progress,
+        SearchResult Search(VorlinkFactory factory, Request const& request, Progress& progress,
                             NameCallback const& takeName)
         {
-            auto result = SearchPhones(factory, arguments, takeName,
-                                       [&](auto elapsed) { progress.Show(Phase::Finding, elapsed); });
+            auto result =
+                SearchPhones(factory, request, takeName, [&](auto elapsed) { progress.Show(Phase::Finding, elapsed); });
             progress.Finish();
             return result;
         }
     } // namespace
 
-    Outcome ListPhones(VorlinkFactory factory, Arguments const& arguments, Progress& progress)
+    Outcome ListPhones(VorlinkFactory factory, Request const& request, Progress& progress)
     {
         std::size_t count = 0;
-        auto const result = Search(factory, arguments, progress, [&](std::string const& name) {
+        auto const result = Search(factory, request, progress, [&](std::string const& name) {
             progress.Finish();
             Print(Harmless(name) + "\n");
             ++count;
@@ -34,10 +34,10 @@ namespace host
         return DescribeList(count, std::get<SearchEnd>(result) == SearchEnd::Complete);
     }
 
-    std::optional<Outcome> AwaitPhone(VorlinkFactory factory, Arguments const& arguments, Progress& progress)
+    std::optional<Outcome> AwaitPhone(VorlinkFactory factory, Request const& request, Progress& progress)
     {
         auto const result =
-            Search(factory, arguments, progress, [&](std::string const& name) { return name != arguments.name; });
+            Search(factory, request, progress, [&](std::string const& name) { return name != request.name; });
         if (auto const* const failure = std::get_if<Failure>(&result))
         {
             return DescribeFailure(failure->text);
@@ -45,9 +45,9 @@ namespace host
         switch (std::get<SearchEnd>(result))
         {
         case SearchEnd::TimeLimit:
-            return DescribeNoAnswer(arguments.name, arguments.timeout.count(), nullptr);
+            return DescribeNoAnswer(request.name, request.timeout.count(), nullptr);
         case SearchEnd::Interrupted:
-            return DescribeInterruption(arguments.name);
+            return DescribeInterruption(request.name);
         default:
             return std::nullopt; // the library may hold the phone by a name that it did not report
         }

@@ -1,10 +1,9 @@
 #pragma once
 
-#include "host/ExitCode.h"
+#include "host/Subcommand.h"
 
 #include <chrono>
 #include <string>
-#include <variant>
 
 namespace host
 {
@@ -16,22 +15,14 @@ namespace host
         PairPhone,
     };
 
-    struct Arguments
+    // What is asked of the library.
+    struct Request
     {
         Command command = Command::Pair;
         std::string name; // empty for Phones
         bool log = false;
         bool learn = false; // after a pairing, wait for what the library learns of the device
         std::chrono::seconds timeout{};
+        OutputOptions output;
     };
-
-    // What to print instead of working: help or version on standard output, a usage error on standard error.
-    struct EarlyExit
-    {
-        ExitCode code;
-        std::string text;
-    };
-
-    // Reads the process's command line; every text is UTF-8.
-    std::variant<Arguments, EarlyExit> ReadArguments();
 } // namespace host

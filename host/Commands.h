@@ -1,0 +1,12 @@
+// The subcommands; each adds itself to the command line.
+#pragma once
+
+#include "host/Subcommand.h"
+
+namespace host
+{
+    void AddPair(CLI::App& app, Action& chosen);
+    void AddUnpair(CLI::App& app, Action& chosen);
+    void AddPhones(CLI::App& app, Action& chosen);
+    void AddPairPhone(CLI::App& app, Action& chosen);
+} // namespace host

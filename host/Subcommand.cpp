@@ -1,0 +1,69 @@
+#include "host/Subcommand.h"
+
+#include "host/Text.h"
+
+#include <map>
+
+namespace host
+{
+    namespace
+    {
+        std::string NotEmpty(std::string const& name)
+        {
+            return name.empty() ? "the name is empty" : "";
+        }
+    } // namespace
+
+    void AddOutputOptions(CLI::App& subcommand, OutputOptions& options)
+    {
+        std::map<std::string, ColourChoice> const choices = {
+            {"auto", ColourChoice::Auto}, {"always", ColourChoice::Always}, {"never", ColourChoice::Never}};
+        subcommand.add_flag("--json", options.json,
+                            "Print JSON, an object a line, and nothing else on standard output");
+        auto* const quiet =
+            subcommand.add_flag("--quiet", options.quiet, "No progress and no advice: the result alone");
+        subcommand.add_flag("--verbose", options.verbose, "Tell also how it went")->excludes(quiet);
+        subcommand
+            .add_option("--color", options.colours,
+                        "Colours: auto (on a console, and not with NO_COLOR), always, never")
+            ->option_text("WHEN")
+            ->transform(CLI::Transformer(choices).description(""))
+            ->check(CLI::IsMember({"auto", "always", "never"}).description(""));
+    }
+
+    void SetFooter(CLI::App& subcommand, std::initializer_list<char const*> examples, std::string const& notes)
+    {
+        std::string footer = notes.empty() ? "" : notes + "\n\n";
+        footer += examples.size() == 0 ? "" : "Examples:\n";
+        for (auto const* const example : examples)
+        {
+            footer += "  vorlinkctl " + std::string(example) + "\n";
+        }
+        footer += "\nExit codes:\n";
+        for (auto const& [code, meaning] : exitCodeMeanings)
+        {
+            footer += "  " + std::to_string(static_cast<int>(code)) + "  " + meaning + "\n";
+        }
+        subcommand.footer(footer);
+    }
+
+    CLI::Option* AddSeconds(CLI::App& subcommand, char const* option, int& seconds, std::string const& help)
+    {
+        constexpr int most = 86'400;
+        return subcommand.add_option(option, seconds, help + " (1 to " + std::to_string(most) + ")")
+            ->option_text("S")
+            ->check(CLI::Range(1, most).description(""));
+    }
+
+    CLI::Option* AddName(CLI::App& subcommand, std::string& name)
+    {
+        return subcommand
+            .add_option_function<std::string>(
+                "NAME", [&name](std::string const& shown) { name = FromHarmless(shown); },
+                "The name that the device shows; in quotes when it holds blanks, behind \"--\" when it begins with "
+                "\"-\"")
+            ->option_text(" ")
+            ->required()
+            ->check(CLI::Validator(NotEmpty, ""));
+    }
+} // namespace host
