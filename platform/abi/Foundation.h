@@ -137,8 +137,25 @@ namespace platform
         Guid = 16,
     };
 
-    // A boxed value. The scalar getters that a device property needs are declared by their own types;
-    // the others keep their slots with untyped results.
+    // A boxed value by its own type. A Boolean crosses the boundary as a byte, so one of UInt8 has no identifier here.
+    template <typename T>
+    struct IReference : ::IInspectable
+    {
+        virtual HRESULT STDMETHODCALLTYPE get_Value(T* value) = 0;
+    };
+
+    template <>
+    inline constexpr GUID iid_of<IReference<boolean>>{
+        0x3C00FD60, 0x2950, 0x5939, {0xA2, 0x1A, 0x2D, 0x12, 0xC5, 0xA0, 0x1B, 0x8A}};
+    template <>
+    inline constexpr GUID iid_of<IReference<INT32>>{
+        0x548CEFBD, 0xBC8A, 0x5FA0, {0x8D, 0xF2, 0x95, 0x74, 0x40, 0xFC, 0x8B, 0xF4}};
+    template <>
+    inline constexpr GUID iid_of<IReference<HSTRING>>{
+        0xFD416DFB, 0x2A07, 0x52EB, {0xAA, 0xE3, 0xDF, 0xCE, 0x14, 0x11, 0x6C, 0x05}};
+
+    // The same by a getter for each type. The scalar getters that a device property needs are declared by their own
+    // types; the others keep their slots with untyped results.
     struct IPropertyValue : ::IInspectable
     {
         static constexpr GUID iid{0x4BD682DD, 0x7554, 0x40E9, {0x9A, 0x9B, 0x82, 0x65, 0x4E, 0xDE, 0x7E, 0x62}};

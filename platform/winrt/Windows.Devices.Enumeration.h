@@ -11,6 +11,7 @@ namespace winrt::Windows::Devices::Enumeration
     using platform::DevicePairingProtectionLevel;
     using platform::DevicePairingResultStatus;
     using platform::DeviceUnpairingResultStatus;
+    using platform::DeviceWatcherStatus;
 
     // The default interfaces of the classes below; the platform's objects are referred to through them.
     struct DeviceInformationUpdate : Foundation::IInspectable
@@ -93,6 +94,7 @@ namespace winrt::Windows::Devices::Enumeration
                                            DeviceInformationKind const& kind);
         [[nodiscard]] hstring Id() const;
         [[nodiscard]] hstring Name() const;
+        [[nodiscard]] Foundation::Collections::IMapView<hstring, Foundation::IInspectable> Properties() const;
         [[nodiscard]] DeviceInformationPairing Pairing() const;
         void Update(DeviceInformationUpdate const& updateInfo) const;
     };
@@ -118,6 +120,7 @@ namespace winrt::Windows::Devices::Enumeration
         [[nodiscard]] EnumerationCompleted_revoker EnumerationCompleted(auto_revoke_t,
                                                                         WatcherHandler const& handler) const;
         [[nodiscard]] Stopped_revoker Stopped(auto_revoke_t, WatcherHandler const& handler) const;
+        [[nodiscard]] DeviceWatcherStatus Status() const;
         void Start() const;
         void Stop() const;
     };
@@ -288,6 +291,13 @@ namespace winrt::Windows::Devices::Enumeration
         return value;
     }
 
+    inline Foundation::Collections::IMapView<hstring, Foundation::IInspectable> DeviceInformation::Properties() const
+    {
+        Foundation::Collections::IMapView<hstring, Foundation::IInspectable> value{nullptr};
+        check_hresult(impl::interface_of(*this)->get_Properties(impl::out(value)));
+        return value;
+    }
+
     inline DeviceInformationPairing DeviceInformation::Pairing() const
     {
         DeviceInformationPairing value{nullptr};
@@ -334,6 +344,13 @@ namespace winrt::Windows::Devices::Enumeration
         EventRegistrationToken token{};
         check_hresult(impl::interface_of(*this)->add_Stopped(impl::interface_of(handler), &token));
         return {*this, event_token{token.value}};
+    }
+
+    inline DeviceWatcherStatus DeviceWatcher::Status() const
+    {
+        DeviceWatcherStatus value{};
+        check_hresult(impl::interface_of(*this)->get_Status(&value));
+        return value;
     }
 
     inline void DeviceWatcher::Start() const

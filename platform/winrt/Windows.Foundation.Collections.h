@@ -56,6 +56,18 @@ namespace winrt::Windows::Foundation::Collections
         }
     };
 
+    // A map of objects by texts, which is all that devices have.
+    template <typename K, typename V>
+    struct IMapView : IInspectable
+    {
+        using IInspectable::IInspectable;
+
+        V Lookup(param::hstring const& key) const;
+        V TryLookup(param::hstring const& key) const; // null where there is no such key
+        [[nodiscard]] bool HasKey(param::hstring const& key) const;
+        [[nodiscard]] std::uint32_t Size() const;
+    };
+
     struct IVectorChangedEventArgs : IInspectable
     {
         using IInspectable::IInspectable;
@@ -118,6 +130,12 @@ namespace winrt::impl
     struct abi<Windows::Foundation::Collections::IVector<T>>
     {
         using type = platform::IVector<argument_t<T>>;
+    };
+
+    template <typename K, typename V>
+    struct abi<Windows::Foundation::Collections::IMapView<K, V>>
+    {
+        using type = platform::IMapView<argument_t<K>, argument_t<V>>;
     };
 
     template <>
@@ -260,6 +278,42 @@ namespace winrt::Windows::Foundation::Collections
     void IVector<T>::Clear() const
     {
         check_hresult(impl::interface_of(*this)->Clear());
+    }
+
+    template <typename K, typename V>
+    V IMapView<K, V>::Lookup(param::hstring const& key) const
+    {
+        auto value = impl::empty_value<V>();
+        check_hresult(impl::interface_of(*this)->Lookup(static_cast<HSTRING>(get_abi(key)), impl::out(value)));
+        return value;
+    }
+
+    template <typename K, typename V>
+    V IMapView<K, V>::TryLookup(param::hstring const& key) const
+    {
+        auto value = impl::empty_value<V>();
+        HRESULT const result = impl::interface_of(*this)->Lookup(static_cast<HSTRING>(get_abi(key)), impl::out(value));
+        if (result != impl::error_out_of_bounds)
+        {
+            check_hresult(result);
+        }
+        return value;
+    }
+
+    template <typename K, typename V>
+    bool IMapView<K, V>::HasKey(param::hstring const& key) const
+    {
+        boolean found{};
+        check_hresult(impl::interface_of(*this)->HasKey(static_cast<HSTRING>(get_abi(key)), &found));
+        return found;
+    }
+
+    template <typename K, typename V>
+    std::uint32_t IMapView<K, V>::Size() const
+    {
+        UINT32 value{};
+        check_hresult(impl::interface_of(*this)->get_Size(&value));
+        return value;
     }
 
     template <typename T>

@@ -3,6 +3,8 @@
 #include "base.h"
 
 #include <concepts>
+#include <cstdint>
+#include <type_traits>
 #include <utility>
 
 namespace winrt::Windows::Foundation
@@ -28,6 +30,15 @@ namespace winrt::Windows::Foundation
         AsyncStatus Status() const;
         void Completed(AsyncOperationCompletedHandler<TResult> const& handler) const;
         TResult GetResults() const;
+    };
+
+    // A value in a box.
+    template <typename T>
+    struct IReference : IInspectable
+    {
+        using IInspectable::IInspectable;
+
+        [[nodiscard]] T Value() const;
     };
 } // namespace winrt::Windows::Foundation
 
@@ -57,10 +68,28 @@ namespace winrt::impl
         using type = platform::TypedEventHandler<argument_t<TSender>, argument_t<TArgs>>;
     };
 
+    template <typename T>
+    struct abi<Windows::Foundation::IReference<T>>
+    {
+        using type = platform::IReference<argument_t<T>>;
+    };
+
     template <>
     struct argument<Windows::Foundation::AsyncStatus>
     {
         using type = platform::AsyncStatus;
+    };
+
+    template <>
+    struct argument<bool>
+    {
+        using type = boolean;
+    };
+
+    template <>
+    struct argument<std::int32_t>
+    {
+        using type = INT32;
     };
 } // namespace winrt::impl
 
@@ -115,6 +144,23 @@ namespace winrt::Windows::Foundation
         return value;
     }
 
+    template <typename T>
+    T IReference<T>::Value() const
+    {
+        if constexpr (std::is_arithmetic_v<T>)
+        {
+            impl::argument_t<T> value{};
+            check_hresult(impl::interface_of(*this)->get_Value(&value));
+            return static_cast<T>(value);
+        }
+        else
+        {
+            T value;
+            check_hresult(impl::interface_of(*this)->get_Value(impl::out(value)));
+            return value;
+        }
+    }
+
     // Resumes where the wait began.
     template <typename TResult>
     impl::await_adapter<IAsyncOperation<TResult>, impl::apartment_context> operator co_await(
@@ -132,5 +178,13 @@ namespace winrt
         Windows::Foundation::IAsyncOperation<TResult> const& async)
     {
         return impl::await_adapter<Windows::Foundation::IAsyncOperation<TResult>, impl::any_context>(async);
+    }
+
+    // What is in the box; null, and a value of another type, are the default.
+    template <typename T>
+    T unbox_value_or(Windows::Foundation::IInspectable const& value, T const& default_value)
+    {
+        auto const reference = value.try_as<Windows::Foundation::IReference<T>>();
+        return reference ? reference.Value() : default_value;
     }
 } // namespace winrt

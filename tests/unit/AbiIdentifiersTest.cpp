@@ -196,7 +196,9 @@ namespace
          &iid_of<platform::IObservableVector<platform::IDeviceInformation*>>},
         {"9217758C-E007-50D8-8983-5B116DD0426E", Generic(vectorChangedHandler, {device}),
          &iid_of<VectorChangedEventHandler<platform::IDeviceInformation*>>},
-        {"3C00FD60-2950-5939-A21A-2D12C5A01B8A", Generic(reference, {"b1"}), undeclared},
+        {"3C00FD60-2950-5939-A21A-2D12C5A01B8A", Generic(reference, {"b1"}), &iid_of<IReference<boolean>>},
+        {"548CEFBD-BC8A-5FA0-8DF2-957440FC8BF4", Generic(reference, {"i4"}), &iid_of<IReference<INT32>>},
+        {"FD416DFB-2A07-52EB-AAE3-DFCE14116C05", Generic(reference, {text}), &iid_of<IReference<HSTRING>>},
     };
 } // namespace
 

@@ -121,6 +121,11 @@ TEST(AbiSlots, ClosableAndDeferral)
     ExpectSlots(6, 6, &IDeferral::Complete);
 }
 
+TEST(AbiSlots, Reference)
+{
+    ExpectSlots(6, 6, &IReference<INT32>::get_Value);
+}
+
 TEST(AbiSlots, PropertyValue)
 {
     using I = IPropertyValue;
