@@ -1,0 +1,56 @@
+// A look at the Bluetooth devices around by the platform itself, beside the library.
+#pragma once
+
+#include "host/Seen.h"
+
+#include <chrono>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace host
+{
+    enum class Among
+    {
+        All,
+        Pairable, // those that can be paired, and those that are
+        Paired,
+    };
+
+    struct Selector
+    {
+        Protocol protocol = Protocol::Classic;
+        Among among = Among::All;
+    };
+
+    // Watches for as long as it lives. For one thread: a platform call that fails throws its winrt::hresult_error
+    // there.
+    class Surroundings
+    {
+    public:
+        explicit Surroundings(std::vector<Selector> const& selectors);
+        ~Surroundings();
+        Surroundings(Surroundings const&) = delete;
+        Surroundings& operator=(Surroundings const&) = delete;
+
+        // What has changed since the last time, in the order that the platform reports it. Where there is nothing,
+        // waits for as long as `patience`; a search that completes ends the wait too. Throws a std::runtime_error when
+        // the platform has stopped a search, as it does when Bluetooth is switched off.
+        std::vector<Sighting> Take(std::chrono::milliseconds patience);
+
+        // All searches are complete, and what they have found has been taken. Changes may still come.
+        bool IsComplete() const;
+
+    private:
+        class Searches;
+        std::unique_ptr<Searches> const m_searches;
+    };
+
+    // By the library's rule: a name of 14 bytes or more also names a device whose name contains it.
+    bool IsNamed(std::string const& deviceName, std::string const& name);
+
+    // The first device that the platform reports by this name, or that gets it by an update; nothing when the search is
+    // complete, or the time is up, without one.
+    std::optional<Seen> FindFirst(std::string const& name, Selector selector, std::chrono::milliseconds limit);
+} // namespace host
