@@ -87,7 +87,7 @@ namespace host
                 Updated,
                 Removed,
                 Completed,
-                Stopped, // by the system: we unsubscribe before we stop
+                Stopped, // by the system: nobody takes what comes of our own stop
             };
 
             Kind kind;
@@ -153,11 +153,6 @@ namespace host
 
             ~Search()
             {
-                m_added.revoke();
-                m_updated.revoke();
-                m_removed.revoke();
-                m_completed.revoke();
-                m_stopped.revoke();
                 try
                 {
                     m_watcher.Stop();
