@@ -1,5 +1,6 @@
 #include "host/LastResort.h"
 
+#include "host/Session.h"
 #include "host/Terminal.h"
 
 #include <windows.h>
@@ -14,6 +15,7 @@ namespace host
     {
         [[noreturn]] void EndAsFailed(char const* cause)
         {
+            EndSession();
             PrintError("\nThe platform or the library failed where nothing can catch it (");
             PrintError(cause);
             PrintError(").\nRun again with --log and look at the last records of log.log.\n");

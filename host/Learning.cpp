@@ -1,34 +1,155 @@
 #include "host/Learning.h"
 
+#include "host/DataFile.h"
+#include "host/Evidence.h"
+#include "host/Operation.h"
+#include "host/Text.h"
+
 #include <chrono>
-#include <filesystem>
+#include <exception>
 #include <thread>
 
 namespace host
 {
     namespace
     {
-        using Clock = std::chrono::steady_clock;
-
-        // The listing comes when the reader has the system make it, and goes as the last thing that the reader does.
-        bool WaitForListing(bool there, Clock::time_point end)
+        enum class ReaderEnd
         {
-            std::error_code ignored;
-            while (std::filesystem::exists("ble.jpg", ignored) != there)
+            ListingRead,
+            NoListing,
+            LateListing, // it came when the reader had already looked
+            Interrupted,
+        };
+
+        // The reader looks at the listing 3.7 s after its start, and deletes it as the last thing that it does. On a
+        // busy machine all that takes longer.
+        constexpr std::chrono::seconds longest{9};
+
+        ReaderEnd WaitForReader(Session& session, Interruption const& interruption, Progress& progress)
+        {
+            auto const start = Clock::now();
+            while (Clock::now() < start + longest)
             {
-                if (Clock::now() > end)
+                if (interruption.Requested())
                 {
-                    return false;
+                    return ReaderEnd::Interrupted;
                 }
-                std::this_thread::sleep_for(std::chrono::milliseconds(10));
+                progress.Show("Learning the device's LE side",
+                              std::chrono::floor<std::chrono::seconds>(Clock::now() - start));
+                session.Log().Poll();
+                if (ReadLearning(session.Log().Records()).listingRead && !session.HasListing())
+                {
+                    session.Log().Poll();
+                    return ReaderEnd::ListingRead;
+                }
+                std::this_thread::sleep_for(std::chrono::milliseconds(20));
             }
-            return true;
+            // A listing that is still being written cannot be deleted.
+            return session.HasListing() ? ReaderEnd::LateListing : ReaderEnd::NoListing;
+        }
+
+        std::string ListOf(std::vector<std::string> const& texts)
+        {
+            std::string list;
+            for (auto const& text : texts)
+            {
+                list += (list.empty() ? "" : ", ") + Harmless(text);
+            }
+            return list;
+        }
+
+        constexpr char again[] = " To try again, unpair the device and pair it anew.";
+
+        Lesson NothingLearnt(char const* name, std::string const& reason)
+        {
+            return {name, "Nothing was learnt of an LE side: " + reason + again, {}, Json::object()};
+        }
+
+        Lesson DescribeListing(Learning const& learning, std::string const& name, std::string const& address)
+        {
+            if (learning.listed.empty())
+            {
+                return NothingLearnt("NoLeDevice", "the system's listing of devices named no LE device in time.");
+            }
+            if (learning.taken.empty())
+            {
+                return NothingLearnt("NothingNew", "every LE device of the system's listing is known already (" +
+                                                       ListOf(learning.listed) + ").");
+            }
+            auto const& value = learning.taken.back();
+            Lesson lesson{"Learnt",
+                          "Learnt: the LE side of " + Quoted(name) + " is " + Harmless(value) + ".",
+                          {},
+                          Json::object()};
+            bool const belongs = IsSameAddress(value, address);
+            lesson.facts["value"] = value;
+            lesson.facts["belongs"] = belongs;
+            if (!belongs)
+            {
+                lesson.warnings.push_back(
+                    "that is not the address of the device that was paired (" + Harmless(address) +
+                    "): it may be another device's, and unpairing by this name would end that one's "
+                    "bond too.");
+            }
+            if (learning.taken.size() > 1)
+            {
+                lesson.name = "SeveralNew";
+                lesson.warnings.push_back("the listing had several new LE devices (" + ListOf(learning.taken) +
+                                          "), and the library takes the last.");
+            }
+            return lesson;
+        }
+
+        Lesson DescribeReader(ReaderEnd end, Learning const& learning, std::string const& name,
+                              std::string const& address)
+        {
+            switch (end)
+            {
+            case ReaderEnd::NoListing:
+                return NothingLearnt("NoListing",
+                                     "the system's listing of devices (pnputil /enum-devices) did not come.");
+            case ReaderEnd::LateListing:
+                return NothingLearnt("LateListing", "the system's listing of devices came too late for the library.");
+            case ReaderEnd::Interrupted:
+                return NothingLearnt("Interrupted", "Ctrl+C ended the wait.");
+            default:
+                return DescribeListing(learning, name, address);
+            }
+        }
+
+        void Keep(Session& session, std::string const& name, std::string const& value, Lesson& lesson)
+        {
+            if (!CanKeep(name))
+            {
+                lesson.warnings.emplace_back("the library's data file cannot keep a name with \"=\" or a line feed: "
+                                             "unpairing will not find the LE side.");
+                return;
+            }
+            try
+            {
+                session.KeepEntry(name, value);
+            }
+            catch (std::exception const& error)
+            {
+                lesson.warnings.push_back(
+                    std::string("it could not be kept, so unpairing will not find the LE side: ") +
+                    Harmless(error.what()) + ".");
+            }
         }
     } // namespace
 
-    bool WaitForLearning()
+    Lesson Learn(Session& session, std::string const& name, std::string const& address,
+                 Interruption const& interruption, Progress& progress)
     {
-        auto const end = Clock::now() + std::chrono::seconds(8);
-        return WaitForListing(true, end) && WaitForListing(false, end);
+        auto const end = WaitForReader(session, interruption, progress);
+        progress.Finish();
+        auto const learning = ReadLearning(session.Log().Records());
+        auto lesson = DescribeReader(end, learning, name, address);
+        if (end == ReaderEnd::ListingRead && !learning.taken.empty())
+        {
+            Keep(session, name, learning.taken.back(), lesson);
+        }
+        lesson.facts["listed"] = learning.listed;
+        return lesson;
     }
 } // namespace host

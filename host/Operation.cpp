@@ -1,6 +1,5 @@
 #include "host/Operation.h"
 
-#include <algorithm>
 #include <condition_variable>
 #include <mutex>
 #include <thread>
@@ -15,89 +14,66 @@ namespace host
         {
             std::mutex mutex;
             std::condition_variable changed;
-            Phase phase = Phase::Finding;
-            Answer answer;
+            Progressed progressed;
         } shared;
 
-        void SetAnswer(Answer answer)
+        void Change(std::function<void(Progressed&)> const& change)
         {
             std::lock_guard const lock(shared.mutex);
-            shared.answer = std::move(answer);
+            change(shared.progressed);
             shared.changed.notify_all();
         }
 
         void OnPairReport(PairReport report)
         {
-            SetAnswer(report);
+            Change([&](Progressed& progressed) { progressed.answer = report; });
         }
 
         void OnUnpairReport(bool success, int)
         {
-            SetAnswer(UnpairReport{success});
+            Change([=](Progressed& progressed) { progressed.answer = UnpairReport{success}; });
         }
 
-        void Call(Vorlink& vorlink, Request const& request)
+        void Begin(std::function<void()> const& call)
         {
-            switch (request.command)
-            {
-            case Command::Unpair:
-                return vorlink.UnpairedCurrent(request.name, OnUnpairReport);
-            case Command::PairPhone:
-                return vorlink.IosPairedDevicce(request.name, OnPairReport);
-            default:
-                return vorlink.PairedDevice(request.name, OnPairReport);
-            }
-        }
-
-        void Run(VorlinkFactory factory, Request const& request)
-        {
-            try
-            {
-                // Never released: the library may still be at work for the object when the process ends.
-                Vorlink* const vorlink = factory().release();
-                vorlink->SetLogEnabled(request.log);
-                vorlink->Initialize(); // loads what earlier runs have learnt
-                Call(*vorlink, request);
-            }
-            catch (...)
-            {
-                SetAnswer(Failure{DescribeCurrentException()});
-                return;
-            }
-            std::lock_guard const lock(shared.mutex);
-            shared.phase = Phase::Working;
-            shared.changed.notify_all();
+            Change([](Progressed& progressed) { progressed = {}; });
+            std::thread([call] {
+                try
+                {
+                    call();
+                    Change([](Progressed& progressed) { progressed.returned = true; });
+                }
+                catch (...)
+                {
+                    Failure const failure{DescribeCurrentException()};
+                    Change([&](Progressed& progressed) { progressed = {true, failure}; });
+                }
+            }).detach();
         }
     } // namespace
 
-    Answer Perform(VorlinkFactory factory, Request const& request, Clock::time_point start,
-                   ProgressCallback const& progress, PatienceCallback const& patience)
+    void BeginPairing(Vorlink& vorlink, std::string const& name)
     {
-        auto const limit = start + request.timeout;
-        auto end = limit; // comes nearer when the operation has returned
-        std::thread(Run, factory, request).detach();
+        Begin([&vorlink, name] { vorlink.PairedDevice(name, OnPairReport); });
+    }
 
-        auto lastPhase = Phase::Finding;
+    void BeginUnpairing(Vorlink& vorlink, std::string const& name)
+    {
+        Begin([&vorlink, name] { vorlink.UnpairedCurrent(name, OnUnpairReport); });
+    }
+
+    void BeginPhonePairing(Vorlink& vorlink, std::string const& name)
+    {
+        Begin([&vorlink, name] { vorlink.IosPairedDevicce(name, OnPairReport); });
+    }
+
+    Progressed WaitForProgress()
+    {
+        constexpr std::chrono::milliseconds moment{20};
         std::unique_lock lock(shared.mutex);
-        while (!shared.answer && Clock::now() < end)
-        {
-            auto const phase = shared.phase;
-            lock.unlock();
-            if (phase != lastPhase)
-            {
-                end = std::min(limit, Clock::now() + patience());
-            }
-            lastPhase = phase;
-            auto const elapsed = std::chrono::duration_cast<std::chrono::seconds>(Clock::now() - start);
-            progress(phase, elapsed);
-            lock.lock();
-            shared.changed.wait_until(lock, std::min(end, start + elapsed + std::chrono::seconds(1)),
-                                      [&] { return shared.answer.has_value() || shared.phase != phase; });
-        }
-        if (!shared.answer && end < limit)
-        {
-            return Silence{};
-        }
-        return shared.answer;
+        auto const before = shared.progressed.returned;
+        shared.changed.wait_for(
+            lock, moment, [=] { return shared.progressed.answer.has_value() || shared.progressed.returned != before; });
+        return shared.progressed;
     }
 } // namespace host

@@ -1,8 +1,6 @@
 #include "host/PhoneSearch.h"
 
-#include "host/Interruption.h"
-#include "host/Operation.h"
-#include "host/SearchLog.h"
+#include "host/Evidence.h"
 #include "host/WideText.h"
 
 #include <condition_variable>
@@ -16,7 +14,9 @@ namespace host
 {
     namespace
     {
-        // The library ends a search after 25 s. It has ended by now, also if the log did not tell.
+        constexpr std::chrono::seconds libraryLimit{25};
+
+        // The library has ended its search by now, also if the log did not tell.
         constexpr std::chrono::seconds longestSearch{28};
 
         // The library's callback carries no context, so what it shares with the waiting thread is global.
@@ -72,22 +72,26 @@ namespace host
             }
         }
 
-        SearchEnd Watch(std::shared_future<void> const& started, SearchLog const& log, Interruption const& interruption,
-                        std::chrono::seconds limit, NameCallback const& takeName, ElapsedCallback const& progress)
+        SearchEnd Watch(std::shared_future<void> const& started, Session& session, Interruption const& interruption,
+                        Clock::time_point end, NameCallback const& takeName, ElapsedCallback const& progress)
         {
             auto const start = Clock::now();
+            // A limit beside the library's own would be a second end at the same moment: then the library's holds.
+            bool const isEarlier = end - start < libraryLimit - std::chrono::seconds(1);
+            auto const limit = isEarlier ? end : start + longestSearch;
             bool enough = false;
             bool logIsTrue = true;
             while (!interruption.Requested())
             {
-                auto const elapsed = std::chrono::floor<std::chrono::seconds>(Clock::now() - start);
-                progress(elapsed);
-                bool const endIsLogged = log.HoldsEnd();
+                auto const now = Clock::now();
+                progress(std::chrono::floor<std::chrono::seconds>(now - start));
+                session.Log().Poll();
+                bool const endIsLogged = HasPhoneSearchEnded(session.Log().Records());
                 auto const names = TakeNames();
                 for (auto const& name : names)
                 {
                     enough = enough || !takeName(name);
-                    logIsTrue = logIsTrue && !SearchLog::IsEndForgedBy(name);
+                    logIsTrue = logIsTrue && !ImitatesPhoneSearchEnd(name);
                 }
                 bool const isStarted = IsDone(started); // until then the library must not be called again
                 if (isStarted && enough)
@@ -95,12 +99,12 @@ namespace host
                     return SearchEnd::Enough;
                 }
                 // A name is logged just before it is reported: a forger is known when no more names come.
-                bool const hasEnded = (endIsLogged && logIsTrue && names.empty()) || elapsed >= longestSearch;
+                bool const hasEnded = (endIsLogged && logIsTrue && names.empty()) || now - start >= longestSearch;
                 if (isStarted && hasEnded)
                 {
                     return SearchEnd::Complete;
                 }
-                if (elapsed >= limit)
+                if (now >= limit)
                 {
                     return SearchEnd::TimeLimit;
                 }
@@ -109,27 +113,17 @@ namespace host
         }
     } // namespace
 
-    SearchResult SearchPhones(VorlinkFactory factory, Request const& request, NameCallback const& takeName,
-                              ElapsedCallback const& progress)
+    SearchEnd SearchPhones(Session& session, Interruption const& interruption, Clock::time_point end,
+                           NameCallback const& takeName, ElapsedCallback const& progress)
     {
-        // Never released: the library may still be at work for the object when the process ends.
-        Vorlink* const vorlink = factory().release();
-        Interruption const interruption;
-        SearchLog const log(*vorlink, request.log);
+        auto* const vorlink = &session.Library();
         auto const started = Begin([vorlink] { vorlink->StartIosWatcher(OnDevice); });
-        try
+        auto const ended = Watch(started, session, interruption, end, takeName, progress);
+        bool const cutShort = ended == SearchEnd::TimeLimit || ended == SearchEnd::Interrupted;
+        if (cutShort && IsDone(started))
         {
-            auto const end = Watch(started, log, interruption, request.timeout, takeName, progress);
-            bool const cutShort = end == SearchEnd::TimeLimit || end == SearchEnd::Interrupted;
-            if (cutShort && IsDone(started))
-            {
-                Begin([vorlink] { Stop(*vorlink); }).wait_for(std::chrono::seconds(2));
-            }
-            return end;
+            Begin([vorlink] { Stop(*vorlink); }).wait_for(std::chrono::seconds(2));
         }
-        catch (...)
-        {
-            return Failure{DescribeCurrentException()};
-        }
+        return ended;
     }
 } // namespace host

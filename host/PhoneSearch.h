@@ -1,13 +1,12 @@
 #pragma once
 
-#include "host/Failure.h"
-#include "host/Library.h"
-#include "host/Request.h"
+#include "host/Interruption.h"
+#include "host/Operation.h"
+#include "host/Session.h"
 
 #include <chrono>
 #include <functional>
 #include <string>
-#include <variant>
 
 namespace host
 {
@@ -19,15 +18,13 @@ namespace host
         Interrupted, // by Ctrl+C or Ctrl+Break
     };
 
-    using SearchResult = std::variant<SearchEnd, Failure>;
-
     // Takes the name of a device that the library has reported, in UTF-8; false when that is enough.
     using NameCallback = std::function<bool(std::string const& name)>;
 
     using ElapsedCallback = std::function<void(std::chrono::seconds elapsed)>;
 
-    // Has the library search for phones, within the request' time limit. Calls both on the caller's thread,
-    // `progress` many times a second. Once a process.
-    SearchResult SearchPhones(VorlinkFactory factory, Request const& request, NameCallback const& takeName,
-                              ElapsedCallback const& progress);
+    // Has the library search for phones, until `end` at most. Calls both on the caller's thread, `progress` many times
+    // a second. Throws what the library does. Once a process.
+    SearchEnd SearchPhones(Session& session, Interruption const& interruption, Clock::time_point end,
+                           NameCallback const& takeName, ElapsedCallback const& progress);
 } // namespace host

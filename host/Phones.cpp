@@ -1,6 +1,10 @@
-#include "host/Phones.h"
-
+// The subcommand phones.
+#include "host/Commands.h"
+#include "host/Failure.h"
+#include "host/Outcome.h"
 #include "host/PhoneSearch.h"
+#include "host/Progress.h"
+#include "host/Report.h"
 #include "host/Terminal.h"
 #include "host/Text.h"
 
@@ -8,48 +12,74 @@ namespace host
 {
     namespace
     {
-        SearchResult Search(VorlinkFactory factory, Request const& request, Progress& progress,
-                            NameCallback const& takeName)
+        struct Options
         {
-            auto result =
-                SearchPhones(factory, request, takeName, [&](auto elapsed) { progress.Show(Phase::Finding, elapsed); });
+            OutputOptions output;
+            bool log = false;
+            int timeoutSeconds = 60;
+        };
+
+        void PrintName(std::string const& name, OutputOptions const& options)
+        {
+            if (options.json)
+            {
+                PrintJson({{"event", "device"}, {"name", name}});
+            }
+            else
+            {
+                Print(Harmless(name) + "\n");
+            }
+        }
+
+        Outcome List(Options const& options, Session& session, Progress& progress)
+        {
+            Interruption const interruption;
+            std::size_t count = 0;
+            auto const end = SearchPhones(
+                session, interruption, Clock::now() + std::chrono::seconds(options.timeoutSeconds),
+                [&](std::string const& name) {
+                    progress.Finish();
+                    PrintName(name, options.output);
+                    ++count;
+                    return true;
+                },
+                [&](auto elapsed) { progress.Show("Looking for devices to pair", elapsed); });
+            return DescribeList(count, end == SearchEnd::Complete);
+        }
+
+        ExitCode RunPhones(Options const& options)
+        {
+            Progress progress("Looking for devices to pair", options.output.quiet);
+            Session session(options.log);
+            Outcome outcome;
+            try
+            {
+                outcome = List(options, session, progress);
+            }
+            catch (...)
+            {
+                outcome = DescribeFailure(DescribeCurrentException(), IsSimulated());
+            }
             progress.Finish();
-            return result;
+            PrintOutcome(outcome, "phones", options.output);
+            if (options.log)
+            {
+                session.Log().Poll();
+                PrintRecords(session, options.output);
+            }
+            return outcome.code;
         }
     } // namespace
 
-    Outcome ListPhones(VorlinkFactory factory, Request const& request, Progress& progress)
+    void AddPhones(CLI::App& app, Action& chosen)
     {
-        std::size_t count = 0;
-        auto const result = Search(factory, request, progress, [&](std::string const& name) {
-            progress.Finish();
-            Print(Harmless(name) + "\n");
-            ++count;
-            return true;
-        });
-        if (auto const* const failure = std::get_if<Failure>(&result))
-        {
-            return DescribeFailure(failure->text);
-        }
-        return DescribeList(count, std::get<SearchEnd>(result) == SearchEnd::Complete);
-    }
-
-    std::optional<Outcome> AwaitPhone(VorlinkFactory factory, Request const& request, Progress& progress)
-    {
-        auto const result =
-            Search(factory, request, progress, [&](std::string const& name) { return name != request.name; });
-        if (auto const* const failure = std::get_if<Failure>(&result))
-        {
-            return DescribeFailure(failure->text);
-        }
-        switch (std::get<SearchEnd>(result))
-        {
-        case SearchEnd::TimeLimit:
-            return DescribeNoAnswer(request.name, request.timeout.count(), nullptr);
-        case SearchEnd::Interrupted:
-            return DescribeInterruption(request.name);
-        default:
-            return std::nullopt; // the library may hold the phone by a name that it did not report
-        }
+        auto const command = AddSubcommand<Options>(
+            app, chosen, "phones", "Lists the phones and other Bluetooth Classic devices that can be paired",
+            RunPhones);
+        AddLogFlag(command.app, command.options.log);
+        AddSeconds(command.app, "--timeout", command.options.timeoutSeconds,
+                   "Seconds to search at most; the search ends by itself after 25");
+        SetFooter(command.app, {"phones", "phones --timeout 10"},
+                  "Each name is printed as soon as it is seen. Ctrl+C ends the search early.");
     }
 } // namespace host

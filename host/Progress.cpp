@@ -3,36 +3,46 @@
 #include "host/Terminal.h"
 #include "host/Text.h"
 
+#include <utility>
+
 namespace host
 {
-    Progress::Progress(Command command, std::string const& name)
-        : m_console(ErrorIsConsole())
+    Progress::Progress(std::string announcement, bool quiet)
+        : m_announcement(std::move(announcement))
+        , m_quiet(quiet)
+        , m_console(ErrorIsConsole())
     {
-        auto const device = Quoted(name);
-        bool const unpairs = command == Command::Unpair;
-        bool const lists = command == Command::Phones;
-        m_finding = "Looking for " + (lists ? "devices to pair" : device);
-        m_working = (unpairs ? "Unpairing " : "Pairing ") + device;
-        m_announcement = m_finding + (lists ? "" : unpairs ? " and unpairing it" : " and pairing it") + " ...\n";
     }
 
-    void Progress::Show(Phase phase, std::chrono::seconds elapsed)
+    Progress::~Progress()
     {
+        Finish();
+    }
+
+    void Progress::Show(std::string const& doing, std::chrono::seconds elapsed)
+    {
+        if (m_quiet)
+        {
+            return;
+        }
         if (!m_console)
         {
             if (!m_announced)
             {
-                PrintError(m_announcement);
+                PrintError(m_announcement + " ...\n");
             }
             m_announced = true;
             return;
         }
-        auto const line =
-            (phase == Phase::Finding ? m_finding : m_working) + " ... " + std::to_string(elapsed.count()) + " s";
+        // The seconds stay in sight; a character in the last column would begin another line.
+        auto const seconds = " ... " + std::to_string(elapsed.count()) + " s";
+        auto const room = ErrorColumns() - 1;
+        auto const line = FitColumns(doing, room > seconds.size() ? room - seconds.size() : 0) + seconds;
         if (line != m_shown)
         {
-            auto const rest = m_shown.size() > line.size() ? m_shown.size() - line.size() : 0;
-            PrintError("\r" + line + std::string(rest, ' '));
+            auto const before = Columns(m_shown);
+            auto const now = Columns(line);
+            PrintError("\r" + line + std::string(before > now ? before - now : 0, ' '));
             m_shown = line;
         }
     }
@@ -41,8 +51,17 @@ namespace host
     {
         if (!m_shown.empty())
         {
-            PrintError("\r" + std::string(m_shown.size(), ' ') + "\r");
+            PrintError("\r" + std::string(Columns(m_shown), ' ') + "\r");
             m_shown.clear();
+        }
+    }
+
+    void Progress::Say(std::string const& line)
+    {
+        if (!m_quiet)
+        {
+            Finish();
+            PrintError(line + "\n");
         }
     }
 } // namespace host

@@ -97,16 +97,13 @@ namespace host
             return Record{std::string(time), duration_cast<milliseconds>(sinceEpoch).count(), number,
                           std::string(function), std::string(head.Rest())};
         }
-    } // namespace
 
-    std::vector<Record> ReadRecords(std::string_view text)
-    {
-        std::vector<Record> records;
-        while (!text.empty())
+        using IsTrue = std::function<bool(Record const&)>;
+
+        void TakeLine(std::string_view line, IsTrue const& isTrue, std::vector<Record>& records)
         {
-            auto const line = text.substr(0, text.find('\n'));
-            text.remove_prefix(std::min(text.size(), line.size() + 1));
-            if (auto record = BeginRecord(line))
+            auto record = BeginRecord(line);
+            if (record && (!isTrue || isTrue(*record)))
             {
                 records.push_back(std::move(*record));
             }
@@ -118,6 +115,43 @@ namespace host
             {
                 records.back().message.append("\n").append(line);
             }
+        }
+
+        // Takes the whole lines of a text; returns the rest.
+        std::string_view TakeLines(std::string_view text, IsTrue const& isTrue, std::vector<Record>& records)
+        {
+            for (auto end = text.find('\n'); end != std::string_view::npos; end = text.find('\n'))
+            {
+                TakeLine(text.substr(0, end), isTrue, records);
+                text.remove_prefix(end + 1);
+            }
+            return text;
+        }
+    } // namespace
+
+    RecordReader::RecordReader(IsTrue isTrue)
+        : m_isTrue(std::move(isTrue))
+    {
+    }
+
+    void RecordReader::Read(std::string_view text)
+    {
+        auto const end = text.find('\n');
+        m_line += text.substr(0, end);
+        if (end != std::string_view::npos)
+        {
+            TakeLine(m_line, m_isTrue, m_records);
+            m_line = TakeLines(text.substr(end + 1), m_isTrue, m_records);
+        }
+    }
+
+    std::vector<Record> ReadRecords(std::string_view text)
+    {
+        std::vector<Record> records;
+        auto const rest = TakeLines(text, {}, records);
+        if (!rest.empty())
+        {
+            TakeLine(rest, {}, records);
         }
         return records;
     }

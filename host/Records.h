@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,6 +22,28 @@ namespace host
         bool operator==(Record const&) const = default;
     };
 
-    // The last record may lack its line feed.
+    // Takes a log as it grows. A line counts when its line feed has come.
+    class RecordReader
+    {
+    public:
+        // `isTrue`: whether a line that looks like a record's beginning is one, and not what a device's name has made
+        // of the line before; without it every one is.
+        explicit RecordReader(std::function<bool(Record const&)> isTrue = {});
+
+        void Read(std::string_view text);
+
+        // The last one may go on with the next line.
+        std::vector<Record> const& Records() const
+        {
+            return m_records;
+        }
+
+    private:
+        std::function<bool(Record const&)> const m_isTrue;
+        std::vector<Record> m_records;
+        std::string m_line; // its beginning
+    };
+
+    // Of a text that is there as a whole: its last line needs no line feed.
     std::vector<Record> ReadRecords(std::string_view text);
 } // namespace host

@@ -66,4 +66,9 @@ namespace host
             ->required()
             ->check(CLI::Validator(NotEmpty, ""));
     }
+
+    void AddLogFlag(CLI::App& subcommand, bool& log)
+    {
+        subcommand.add_flag("--log", log, "Write the library's log (log.log, in this folder) and show its new records");
+    }
 } // namespace host

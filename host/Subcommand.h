@@ -35,6 +35,10 @@ namespace host
     // The name of a device, which people paste as the program has shown it.
     CLI::Option* AddName(CLI::App& subcommand, std::string& name);
 
+    void AddLogFlag(CLI::App& subcommand, bool& log);
+
+    inline constexpr char longNames[] = "A name of 14 bytes or more also matches a device whose name contains it.";
+
     template <typename Options>
     struct Subcommand
     {

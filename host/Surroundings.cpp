@@ -117,6 +117,41 @@ namespace host
             }
         };
 
+        // The handler stays registered until the end.
+        class CustomPairing : public PendingPairing
+        {
+        public:
+            explicit CustomPairing(DeviceInformation const& device)
+                : m_pairing(device.Pairing().Custom())
+                , m_token(m_pairing.PairingRequested(
+                      [](DeviceInformationCustomPairing const&, DevicePairingRequestedEventArgs const& request) {
+                          request.Accept();
+                      }))
+                , m_operation(m_pairing.PairAsync(DevicePairingKinds::ConfirmOnly,
+                                                  DevicePairingProtectionLevel::EncryptionAndAuthentication))
+            {
+            }
+
+            ~CustomPairing() override
+            {
+                m_pairing.PairingRequested(m_token);
+            }
+
+            std::optional<int> Status() const override
+            {
+                if (m_operation.Status() == winrt::Windows::Foundation::AsyncStatus::Started)
+                {
+                    return std::nullopt;
+                }
+                return static_cast<int>(m_operation.GetResults().Status());
+            }
+
+        private:
+            DeviceInformationCustomPairing m_pairing;
+            winrt::event_token m_token;
+            winrt::Windows::Foundation::IAsyncOperation<DevicePairingResult> m_operation;
+        };
+
         // One watcher. A handler may still run when it is gone: each holds the reports by itself.
         class Search
         {
@@ -203,6 +238,11 @@ namespace host
         bool IsComplete() const
         {
             return m_running == 0;
+        }
+
+        DeviceInformation const& Device(std::string const& id) const
+        {
+            return m_known.at(id).device;
         }
 
     private:
@@ -293,6 +333,11 @@ namespace host
     bool Surroundings::IsComplete() const
     {
         return m_searches->IsComplete();
+    }
+
+    std::unique_ptr<PendingPairing> Surroundings::BeginPairing(std::string const& id) const
+    {
+        return std::make_unique<CustomPairing>(m_searches->Device(id));
     }
 
     bool IsNamed(std::string const& deviceName, std::string const& name)

@@ -24,6 +24,19 @@ namespace host
         Among among = Among::All;
     };
 
+    // A pairing that the platform was asked for.
+    class PendingPairing
+    {
+    public:
+        PendingPairing() = default;
+        virtual ~PendingPairing() = default;
+        PendingPairing(PendingPairing const&) = delete;
+        PendingPairing& operator=(PendingPairing const&) = delete;
+
+        // The platform's number, when it has answered.
+        virtual std::optional<int> Status() const = 0;
+    };
+
     // Watches for as long as it lives. For one thread: a platform call that fails throws its winrt::hresult_error
     // there.
     class Surroundings
@@ -41,6 +54,10 @@ namespace host
 
         // All searches are complete, and what they have found has been taken. Changes may still come.
         bool IsComplete() const;
+
+        // Of a device that was taken: asks the platform to pair it as the library does, by confirmation alone, with
+        // encryption and authentication.
+        std::unique_ptr<PendingPairing> BeginPairing(std::string const& id) const;
 
     private:
         class Searches;

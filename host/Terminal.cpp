@@ -105,6 +105,18 @@ namespace host
         return IsConsole(GetStdHandle(STD_INPUT_HANDLE));
     }
 
+    std::string ReadInputLine()
+    {
+        std::array<char, 256> line{};
+        DWORD size = 0;
+        if (!ReadFile(GetStdHandle(STD_INPUT_HANDLE), line.data(), static_cast<DWORD>(line.size()), &size, nullptr))
+        {
+            return {};
+        }
+        std::string_view const text(line.data(), size);
+        return std::string(text.substr(0, text.find_first_of("\r\n")));
+    }
+
     std::size_t OutputColumns()
     {
         return ColumnsOfConsole(output);

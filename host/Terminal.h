@@ -27,6 +27,9 @@ namespace host
     // Whether somebody at a console can be asked.
     bool InputIsConsole();
 
+    // The line that the user types, without its end; nothing where there is none.
+    std::string ReadInputLine();
+
     // Of the console; 80 where there is none.
     std::size_t OutputColumns();
     std::size_t ErrorColumns();

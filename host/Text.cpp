@@ -277,4 +277,21 @@ namespace host
         fitted.append(columns - Columns(fitted), ' ');
         return fitted;
     }
+
+    std::string WrapColumns(std::string_view text, std::size_t columns)
+    {
+        std::string wrapped;
+        std::size_t used = 0;
+        while (!text.empty())
+        {
+            auto const word = text.substr(0, text.find(' ', text.find_first_not_of(' ')));
+            text.remove_prefix(word.size());
+            auto const taken = Columns(word);
+            bool const breaks = used != 0 && used + taken > columns && word[0] == ' ';
+            wrapped += breaks ? "\n" : "";
+            wrapped += breaks ? word.substr(1) : word;
+            used = breaks ? taken - 1 : used + taken;
+        }
+        return wrapped;
+    }
 } // namespace host

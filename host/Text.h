@@ -24,6 +24,9 @@ namespace host
     // Its beginning, with an ellipsis in place of what does not fit.
     std::string FitColumns(std::string_view text, std::size_t columns);
 
-    // The same, filled up with blanks.
+    // Broken at blanks into lines of so many columns, where a word fits. Each but the last ends with a line feed.
+    std::string WrapColumns(std::string_view text, std::size_t columns);
+
+    // FitColumns, filled up with blanks.
     std::string PadColumns(std::string_view text, std::size_t columns);
 } // namespace host

@@ -30,6 +30,11 @@ TEST(CommandLine, WhatIsWrongIsAUsageError)
         {"pair-phone"},
         {"pair-phone", ""},
         {"pair-phone", "one", "two"},
+        {"pair", "--address", "Kitchen"},
+        {"pair", "x", "--address", "a4:c1:38:5e:22:0f"},
+        {"pair", "x", "--quiet", "--verbose"},
+        {"pair", "x", "--color", "sometimes"},
+        {"unpair", "x", "--exact"},
     };
     for (auto const& arguments : wrong)
     {

@@ -57,6 +57,12 @@ namespace test
         FreeConsole();
     }
 
+    void LiveVorlinkctl::Kill()
+    {
+        TerminateProcess(m_process.hProcess, 1);
+        WaitForEnd(m_process);
+    }
+
     ChildResult LiveVorlinkctl::Finish()
     {
         auto const exitCode = WaitForEnd(m_process);

@@ -24,6 +24,9 @@ namespace test
 
         void PressCtrlC() const;
 
+        // Ends it at once, and waits for that.
+        void Kill();
+
         // Waits for the end. The output is what has not been read; errors go nowhere.
         ChildResult Finish();
 

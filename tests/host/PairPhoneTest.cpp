@@ -3,6 +3,7 @@
 #include "tests/host/Folders.h"
 #include "tests/host/LiveVorlinkctl.h"
 #include "tests/host/Neighbourhood.h"
+#include "tests/support/LogFile.h"
 
 #include <gmock/gmock.h>
 
@@ -73,7 +74,7 @@ TEST(PairPhone, APhoneThatIsPairedAlreadyIsRefused)
     UseScenario(Phone("is-paired = true\n"));
     auto const result = RunVorlinkctl({"pair-phone", "My Own Mobile Phone"});
     EXPECT_EQ(result.exitCode, 4u);
-    EXPECT_THAT(result.output, StartsWith("Not paired: found \"My Own Mobile Phone\" (c4:00:00:00:00:01)"));
+    EXPECT_THAT(result.output, StartsWith("Already paired: \"My Own Mobile Phone\" (c4:00:00:00:00:01)"));
 }
 
 TEST(PairPhone, ANameThatArrivesLateIsPairedWhenTheSearchIsOver)
@@ -135,4 +136,36 @@ TEST(PairPhone, ShowsTheLogOfSearchAndPairing)
     EXPECT_THAT(result.output, StartsWith(paired));
     EXPECT_THAT(result.output, HasSubstr("OnDeviceAdded    name = My Own Mobile Phone \n"));
     EXPECT_THAT(result.output, HasSubstr("DevicePairingResultStatus::Paired\n"));
+}
+
+TEST(PairPhone, CtrlCInThePairingSaysWhatItHasLeftBehind)
+{
+    UseScenario(Phone("[device.pairing]\nduration-ms = 'never'\n"));
+    LiveVorlinkctl vorlinkctl({"pair-phone", "My Own Mobile Phone", "--log"});
+    while (ReadFile("log.log").find("find device ") == std::string::npos && vorlinkctl.Runs())
+    {
+        Sleep(5);
+    }
+    vorlinkctl.PressCtrlC();
+    auto const result = vorlinkctl.Finish();
+    EXPECT_EQ(result.exitCode, 5u);
+    EXPECT_THAT(result.output, StartsWith("Interrupted: \"My Own Mobile Phone\" was being paired.\n"));
+}
+
+TEST(PairPhone, TakesANameAsPhonesPrintsIt)
+{
+    UseScenario("[[device]]\nname = \"Red\\u001b[31m\\n\\u202Etxt \\\\x41\"\naddress = 'c4:00:00:00:00:01'\n");
+    auto const listed = RunVorlinkctl({"phones", "--quiet"}).output;
+    auto const name = listed.substr(0, listed.find('\n'));
+    EXPECT_EQ(name, "Red\\x1B[31m\\x0A\\u202Etxt \\\\x41");
+    auto const result = RunVorlinkctl({"pair-phone", name, "--no-learn"});
+    EXPECT_EQ(result.exitCode, 0u);
+    EXPECT_EQ(result.output, "Paired \"" + name + "\" (c4:00:00:00:00:01).\n");
+}
+
+TEST(PairPhone, TakesANameThatBeginsWithAHyphen)
+{
+    UseScenario("[[device]]\nname = '--log'\naddress = 'c4:00:00:00:00:01'\n");
+    EXPECT_EQ(RunVorlinkctl({"pair-phone", "--no-learn", "--", "--log"}).output,
+              "Paired \"--log\" (c4:00:00:00:00:01).\n");
 }

@@ -15,6 +15,7 @@ using namespace test;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
 using testing::StartsWith;
 
 namespace
@@ -150,21 +151,49 @@ TEST(PhoneSearch, IsNotEndedByTheRecordsOfEarlierRuns)
     EXPECT_THAT(RunVorlinkctl({"phones", "--log", "--timeout", "1"}).output, HasSubstr("the search was ended early"));
 }
 
+// Also where the user's limit is the same moment: there is one end.
 TEST(SlowPhoneSearch, EndsWithTheLibrarysOwnLimit)
 {
     UseScenario(endless);
     auto const start = std::chrono::steady_clock::now();
-    auto const result = RunVorlinkctl({"phones"});
+    auto const result = RunVorlinkctl({"phones", "--timeout", "25"});
     EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::seconds(25));
     EXPECT_EQ(result.output, "Phone\n1 device found.\n");
 }
 
-TEST(SlowPhoneSearch, EndsAlsoWhenTheLogCannotBeWritten)
+TEST(PhoneSearch, ShowsItsRecordsAlsoWhereTheLogCannotBeWritten)
 {
     UseScenario(shortSearch);
     std::filesystem::create_directory("log.log");
     auto const result = RunVorlinkctl({"phones", "--log"});
     EXPECT_EQ(result.exitCode, 0u);
     EXPECT_THAT(result.output, StartsWith("Phone\n1 device found.\n"));
-    EXPECT_THAT(result.output, HasSubstr("What the library logged (log.log):\n  nothing\n"));
+    EXPECT_THAT(result.output, HasSubstr("[Function:OnDeviceAdded] OnDeviceAdded    name = Phone \n"));
+    EXPECT_THAT(result.error, HasSubstr("The records are not in log.log: it cannot be written in this folder"));
+}
+
+TEST(PhoneSearch, ThatIsKilledLeavesItsFolderToTheNextOne)
+{
+    UseScenario(endless);
+    auto const temp = UseOwnTempFolder();
+    LiveVorlinkctl vorlinkctl({"phones"});
+    EXPECT_EQ(vorlinkctl.ReadLine(), "Phone");
+    vorlinkctl.Kill();
+    EXPECT_EQ(NamesIn(temp).size(), 1u);
+    std::filesystem::create_directory(temp / "vorlinkctl-notes");
+    RunVorlinkctl({"phones", "--timeout", "1"});
+    EXPECT_THAT(NamesIn(temp), ElementsAre("vorlinkctl-notes"));
+}
+
+TEST(PhoneSearch, TwoAtOnceKeepTheirRecordsApart)
+{
+    UseScenario(endless);
+    LiveVorlinkctl other({"phones", "--log"});
+    EXPECT_EQ(other.ReadLine(), "Phone");
+    UseScenario(shortSearch);
+    auto const result = RunVorlinkctl({"pair", "Nobody", "--log"});
+    EXPECT_THAT(result.output, HasSubstr("name ->Nobody"));
+    EXPECT_THAT(result.output, Not(HasSubstr("OnDeviceAdded")));
+    other.PressCtrlC();
+    EXPECT_THAT(other.Finish().output, Not(HasSubstr("name ->Nobody")));
 }

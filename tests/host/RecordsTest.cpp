@@ -73,3 +73,24 @@ TEST(Records, AnAlmostRecordIsNone)
         EXPECT_EQ(records[0].message, "one\n" + line);
     }
 }
+
+TEST(Records, ALogMayComeInPieces)
+{
+    auto const text = Line("one") + Line("two\nand more") + Line("three");
+    for (std::size_t first = 0; first <= text.size(); ++first)
+    {
+        RecordReader reader;
+        reader.Read(text.substr(0, first));
+        reader.Read(text.substr(first));
+        EXPECT_EQ(reader.Records(), ReadRecords(text)) << first;
+    }
+}
+
+TEST(Records, ALineCountsWhenItIsWhole)
+{
+    RecordReader reader;
+    reader.Read(std::string(head) + "one");
+    EXPECT_TRUE(reader.Records().empty());
+    reader.Read("\n");
+    EXPECT_EQ(reader.Records().size(), 1u);
+}

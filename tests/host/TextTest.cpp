@@ -104,3 +104,12 @@ TEST(PadColumns, FillsUp)
     EXPECT_EQ(PadColumns("台", 4), "台  ");
     EXPECT_EQ(PadColumns("Kitchen", 4), "Kit…");
 }
+
+TEST(WrapColumns, BreaksAtBlanks)
+{
+    EXPECT_EQ(WrapColumns("one two three", 7), "one two\nthree");
+    EXPECT_EQ(WrapColumns("one two three", 3), "one\ntwo\nthree") << "a word that does not fit stays whole";
+    EXPECT_EQ(WrapColumns("one", 2), "one");
+    EXPECT_EQ(WrapColumns("a  b", 80), "a  b");
+    EXPECT_EQ(WrapColumns("", 80), "");
+}
