@@ -17,7 +17,8 @@ namespace
     using namespace simulator;
     using fuzz::Require;
 
-    void CheckFault(std::string_view fault, std::string_view source, std::string_view text)
+    // Returns its line.
+    std::ptrdiff_t CheckFault(std::string_view fault, std::string_view source, std::string_view text)
     {
         Require(fault.starts_with(source));
         fault.remove_prefix(source.size());
@@ -28,6 +29,27 @@ namespace
         Require(number.ec == std::errc() && line >= 1 && line <= std::ranges::count(text, '\n') + 1);
         fault.remove_prefix(static_cast<std::size_t>(number.ptr - fault.data()));
         Require(fault.starts_with(": ") && fault.size() > 2);
+        return line;
+    }
+
+    // One a line, in the order of their lines, up to a hundred.
+    void CheckFaults(std::string_view faults, std::string_view source, std::string_view text)
+    {
+        std::ptrdiff_t last = 1;
+        for (int listed = 0; !faults.empty(); ++listed)
+        {
+            auto const end = std::min(faults.find('\n'), faults.size());
+            auto const fault = faults.substr(0, end);
+            faults.remove_prefix(std::min(end + 1, faults.size()));
+            if (listed == 100)
+            {
+                Require(fault.starts_with("... and ") && faults.empty());
+                return;
+            }
+            auto const line = CheckFault(fault, source, text);
+            Require(line >= last);
+            last = line;
+        }
     }
 
     // What the reader makes of the text, or nothing when it refuses it: the same at the second time.
@@ -51,7 +73,8 @@ namespace
         Require(attempt() == first && (first || fault == firstFault));
         if (!first)
         {
-            CheckFault(firstFault, source, text);
+            Require(!firstFault.empty());
+            CheckFaults(firstFault, source, text);
         }
         return first;
     }

@@ -117,6 +117,17 @@ namespace
         });
     }
 
+    size_t CopyText(std::string_view text, char* buffer, size_t size)
+    {
+        if (buffer && size)
+        {
+            auto const copied = std::min(text.size(), size - 1);
+            std::memcpy(buffer, text.data(), copied);
+            buffer[copied] = '\0';
+        }
+        return text.size() + 1;
+    }
+
     template <typename Change>
     void ForEachRun(Change change)
     {
@@ -151,6 +162,12 @@ int SimulateScenario(char const* toml)
         Restart(ParseScenario(Given(toml, "the scenario"), "scenario"));
         ForgetCalls();
     });
+}
+
+size_t SimulatorCheckScenario(char const* toml, char const* sourceName, char* buffer, size_t size)
+{
+    Verb([&] { ParseScenario(Given(toml, "the scenario"), sourceName ? sourceName : "scenario"); });
+    return CopyText(LastError(), buffer, size);
 }
 
 int SimulateDeviceAppears(char const* id)
@@ -268,13 +285,7 @@ size_t SimulatorTrace(char* buffer, size_t size)
 {
     std::string text;
     Verb([&] { text = TraceText(); });
-    if (buffer && size)
-    {
-        auto const copied = std::min(text.size(), size - 1);
-        std::memcpy(buffer, text.data(), copied);
-        buffer[copied] = '\0';
-    }
-    return text.size() + 1;
+    return CopyText(text, buffer, size);
 }
 
 void SimulatorClearTrace(void)

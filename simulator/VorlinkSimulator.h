@@ -40,8 +40,14 @@ extern "C"
     VORLINK_SIMULATOR_API void SimulatorReset(void);
 
     /* Replaces the neighbourhood by a scenario in TOML. Does what SimulatorReset does first. On a faulty text
-       nothing changes, and SimulatorLastError() gives line and reason. */
+       nothing changes, and SimulatorLastError() gives all of its faults, one a line. */
     VORLINK_SIMULATOR_API int SimulateScenario(char const* toml);
+
+    /* The faults of a scenario in TOML, one a line, each after the source's name and its line ("kitchen.toml:22: ...",
+       "scenario:22: ..." when the name is null); an empty text when there is none. Neither changes nor starts anything.
+       Copies at most `size` bytes, terminator included, and returns the size that the whole text needs. */
+    VORLINK_SIMULATOR_API size_t SimulatorCheckScenario(char const* toml, char const* sourceName, char* buffer,
+                                                        size_t size);
 
     /* An endpoint of the scenario comes into range (one that the scenario holds back, or that has left).
        Every started watcher whose filter it matches raises Added. */

@@ -73,4 +73,14 @@ namespace simulator
             knownProperties, [name](KnownProperty const& property) { return SameName(property.name, name); });
         return known == std::end(knownProperties) ? PropertyKind::Unknown : known->kind;
     }
+
+    std::vector<std::string_view> const& PropertyNames()
+    {
+        static auto const names = [] {
+            std::vector<std::string_view> all;
+            std::ranges::transform(knownProperties, std::back_inserter(all), &KnownProperty::name);
+            return all;
+        }();
+        return names;
+    }
 } // namespace simulator

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 #include <variant>
+#include <vector>
 
 namespace simulator
 {
@@ -46,4 +47,6 @@ namespace simulator
     };
 
     PropertyKind KindOfProperty(std::string_view name) noexcept;
+
+    std::vector<std::string_view> const& PropertyNames();
 } // namespace simulator

@@ -56,61 +56,70 @@ namespace simulator
             return endpoint;
         }
 
-        void ReadEventThreads(TableReader& reader, std::int32_t& threads)
+        // Where they have a fault, also those of which the device has a table: it is read for faults of its own.
+        std::vector<ProtocolTraits> ReadProtocols(TableReader& reader)
         {
-            Value number = threads;
-            reader.Read("event-threads", PropertyKind::Int32, number);
-            threads = std::get<std::int32_t>(number);
-            if (threads < 1 || threads > mostEventThreads)
+            std::vector<std::int64_t> numbers;
+            bool const good = reader.ReadNames("protocols", names::protocols, numbers);
+            if (numbers.empty())
             {
-                reader.FailAt("event-threads",
-                              "a number from 1 to " + std::to_string(mostEventThreads) + " is expected");
+                numbers = {static_cast<std::int64_t>(Protocol::Classic)};
             }
+            std::vector<ProtocolTraits> read;
+            for (auto const& traits : protocols)
+            {
+                auto const count = std::ranges::count(numbers, static_cast<std::int64_t>(traits.protocol));
+                if (count > 1)
+                {
+                    reader.Reject("protocols", InQuotes(traits.table) + " is there twice");
+                }
+                bool const hasTable = reader.Has(traits.table);
+                if (good && hasTable && count == 0)
+                {
+                    reader.Reject(traits.table, "the device's 'protocols' do not list it");
+                }
+                if (hasTable || count > 0)
+                {
+                    read.push_back(traits);
+                }
+            }
+            return read;
         }
 
         // A device becomes one endpoint a protocol.
-        std::vector<Endpoint> ReadDevice(TableReader& reader, std::string const& adapter)
+        std::vector<Endpoint> ReadDevice(TableReader& reader, std::string const& adapter, std::set<std::string>& ids)
         {
             auto common = DefaultEndpoint(adapter);
             ReadEndpoint(reader, common);
-            auto wanted = reader.ReadNames("protocols", names::protocols);
-            if (!reader.Has("protocols"))
-            {
-                wanted = {static_cast<std::int64_t>(Protocol::Classic)};
-            }
-            else if (wanted.empty())
-            {
-                reader.FailAt("protocols", "at least one is needed");
-            }
             std::vector<Endpoint> endpoints;
-            for (auto const& traits : protocols)
+            bool hasAddress = true;
+            for (auto const& traits : ReadProtocols(reader))
             {
-                auto own = reader.Table(traits.table);
-                auto const count = std::ranges::count(wanted, static_cast<std::int64_t>(traits.protocol));
-                if (count > 1)
-                {
-                    reader.FailAt("protocols", "one is listed twice");
-                }
-                if (count == 0 && own)
-                {
-                    reader.FailAt(traits.table, "the device's 'protocols' do not list it");
-                }
-                if (count == 0)
-                {
-                    continue;
-                }
                 auto endpoint = common;
+                auto own = reader.Table(traits.table);
                 if (own)
                 {
                     ReadEndpoint(*own, endpoint);
                     own->Read("id", endpoint.id);
+                }
+                hasAddress = hasAddress && (reader.Has("address") || (own && own->Has("address")));
+                bool const isWhole = !endpoint.address.empty() && !endpoint.adapter.empty();
+                endpoint = Complete(std::move(endpoint), traits);
+                if (isWhole && !ids.insert(endpoint.id).second)
+                {
+                    auto& place = own && (own->Has("id") || own->Has("address")) ? *own : reader;
+                    place.Reject(place.Has("id") ? "id" : "address",
+                                 "another device has the identifier " + InQuotes(endpoint.id) + " already");
+                }
+                if (own)
+                {
                     own->RejectOtherKeys();
                 }
-                if (endpoint.address.empty())
-                {
-                    reader.FailHere("a device needs an 'address'");
-                }
-                endpoints.push_back(Complete(std::move(endpoint), traits));
+                endpoints.push_back(std::move(endpoint));
+            }
+            if (!hasAddress)
+            {
+                reader.Need("address", "a device");
             }
             reader.RejectOtherKeys();
             return endpoints;
@@ -120,13 +129,14 @@ namespace simulator
     Scenario ParseScenario(std::string_view toml, std::string_view sourceName)
     {
         auto const root = ParseToml(toml, sourceName);
-        TableReader reader(root, sourceName);
+        Faults faults(sourceName);
+        TableReader reader(root, faults);
         Scenario scenario{300, true, 1, {}, {}};
         std::string adapter = "00:1a:7d:da:71:13";
         reader.ReadAddress("adapter", adapter);
         reader.ReadMilliseconds("enumeration-completes-ms", scenario.enumerationCompletesAtMs);
         reader.Read("appear-after-completion", scenario.appearAfterCompletion);
-        ReadEventThreads(reader, scenario.eventThreads);
+        reader.ReadNumber("event-threads", 1, mostEventThreads, scenario.eventThreads);
         if (auto table = reader.Table("listing"))
         {
             ReadListing(*table, scenario.listing);
@@ -134,16 +144,13 @@ namespace simulator
         std::set<std::string> ids;
         for (auto& device : reader.Tables("device"))
         {
-            for (auto& endpoint : ReadDevice(device, adapter))
-            {
-                if (!ids.insert(endpoint.id).second)
-                {
-                    device.FailHere("another device has the id '" + endpoint.id + "' already");
-                }
-                scenario.endpoints.push_back(std::move(endpoint));
-            }
+            std::ranges::move(ReadDevice(device, adapter, ids), std::back_inserter(scenario.endpoints));
         }
         reader.RejectOtherKeys();
+        if (faults.AreThere())
+        {
+            faults.Throw();
+        }
         return scenario;
     }
 } // namespace simulator

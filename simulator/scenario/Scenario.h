@@ -99,14 +99,14 @@ namespace simulator
         bool operator==(Scenario const&) const = default;
     };
 
-    // what(): "source:line: reason"
+    // what(): "source:line: reason" for each fault, one a line; of many the first hundred, and how many more there are.
     class ScenarioError : public std::runtime_error
     {
     public:
         using std::runtime_error::runtime_error;
     };
 
-    // Reads the format that docs/scenario.md describes.
+    // Reads the format that docs/scenario.md describes. Throws ScenarioError.
     Scenario ParseScenario(std::string_view toml, std::string_view sourceName);
 
     // Reads a TOML value for a property; empty text is no value. Throws ScenarioError, the property its source.

@@ -1,8 +1,10 @@
 #include "simulator/scenario/ScenarioEndpoint.h"
 
+#include "simulator/scenario/Guess.h"
 #include "simulator/scenario/ScenarioNames.h"
 
 #include <algorithm>
+#include <string>
 #include <utility>
 
 namespace simulator
@@ -21,34 +23,51 @@ namespace simulator
                 auto const same = [&](std::string_view other) { return !less(key, other) && !less(other, key); };
                 if (std::ranges::any_of(others, same))
                 {
-                    reader.FailAt(key, "not set here: it follows from the device's other keys");
+                    reader.Reject(key, "not set here: it follows from the device's other keys");
                 }
-                reader.Read(key, KindOfProperty(key), properties[std::string(key)]);
+                else if (auto const kind = KindOfProperty(key); kind == PropertyKind::Unknown)
+                {
+                    reader.Reject(key, "unknown property" + Guess(key, PropertyNames()));
+                }
+                else
+                {
+                    reader.Read(key, kind, properties[std::string(key)]);
+                }
             }
         }
 
         TimedChange ReadChange(TableReader reader)
         {
             TimedChange change{never, {}, {}};
-            bool unset = false;
-            for (auto const key : {"at-ms", "property"})
-            {
-                if (!reader.Has(key))
-                {
-                    reader.FailHere("a change needs '" + std::string(key) + "'");
-                }
-            }
+            reader.Need("at-ms", "a change");
+            reader.Need("property", "a change");
             reader.ReadMilliseconds("at-ms", change.atMs);
-            reader.Read("property", change.property);
-            if (KindOfProperty(change.property) == PropertyKind::Unknown)
+            Value property;
+            reader.Read("property", PropertyKind::String, property);
+            auto kind = PropertyKind::Unknown;
+            if (auto* const name = std::get_if<std::string>(&property))
             {
-                reader.FailAt("property", "there is none named '" + change.property + "'");
+                kind = KindOfProperty(*name);
+                if (kind == PropertyKind::Unknown)
+                {
+                    reader.Reject("property",
+                                  InQuotes(*name) + " where a property is expected" + Guess(*name, PropertyNames()));
+                }
+                change.property = std::move(*name);
             }
-            reader.Read("value", KindOfProperty(change.property), change.value);
-            reader.Read("unset", unset);
-            if (unset == reader.Has("value"))
+            if (kind != PropertyKind::Unknown)
             {
-                reader.FailHere("a change needs either 'value' or 'unset = true'");
+                reader.Read("value", kind, change.value);
+            }
+            bool unset = false;
+            reader.Read("unset", unset);
+            if (unset && reader.Has("value"))
+            {
+                reader.Reject("value", "there beside 'unset = true'; either of them is expected");
+            }
+            if (!unset && !reader.Has("value"))
+            {
+                reader.Reject("value", "missing; a change needs it, or 'unset = true'");
             }
             reader.RejectOtherKeys();
             return change;
@@ -73,6 +92,31 @@ namespace simulator
                 unpairing.effect = static_cast<UnpairEffect>(*effect);
             }
             reader.RejectOtherKeys();
+        }
+        void ReadTimes(TableReader& reader, Endpoint& endpoint)
+        {
+            bool const appears = reader.ReadMilliseconds("appears-ms", endpoint.appearsAtMs);
+            for (auto const& [key, time] :
+                 {std::pair("leaves-ms", &endpoint.leavesAtMs), std::pair("repeats-ms", &endpoint.repeatsAtMs)})
+            {
+                bool const good = reader.ReadMilliseconds(key, *time) && appears;
+                if (!good || *time == never || *time > endpoint.appearsAtMs)
+                {
+                    continue;
+                }
+                auto const pair = [](std::int32_t found, std::string const& other, std::int32_t at) {
+                    return std::to_string(found) + " where a time " + other + ", " + std::to_string(at) +
+                           ", is expected";
+                };
+                if (reader.Has(key))
+                {
+                    reader.Reject(key, pair(*time, "after 'appears-ms'", endpoint.appearsAtMs));
+                }
+                else if (reader.Has("appears-ms")) // otherwise the device's own table has told it
+                {
+                    reader.Reject("appears-ms", pair(endpoint.appearsAtMs, "before '" + std::string(key) + "'", *time));
+                }
+            }
         }
     } // namespace
 
@@ -118,17 +162,7 @@ namespace simulator
         reader.Read("name", PropertyKind::String, properties["System.ItemNameDisplay"]);
         reader.Read("can-pair", PropertyKind::Boolean, properties["System.Devices.Aep.CanPair"]);
         reader.Read("is-paired", PropertyKind::Boolean, properties["System.Devices.Aep.IsPaired"]);
-        reader.ReadMilliseconds("appears-ms", endpoint.appearsAtMs);
-        reader.ReadMilliseconds("leaves-ms", endpoint.leavesAtMs);
-        if (endpoint.leavesAtMs != never && endpoint.leavesAtMs <= endpoint.appearsAtMs)
-        {
-            reader.FailHere("the device leaves before it appears");
-        }
-        reader.ReadMilliseconds("repeats-ms", endpoint.repeatsAtMs);
-        if (endpoint.repeatsAtMs != never && endpoint.repeatsAtMs <= endpoint.appearsAtMs)
-        {
-            reader.FailHere("the device is reported again before it appears");
-        }
+        ReadTimes(reader, endpoint);
         reader.Read("unfiltered", endpoint.unfiltered);
         if (reader.Has("listed"))
         {

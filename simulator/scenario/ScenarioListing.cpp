@@ -10,18 +10,9 @@ namespace simulator
         {
             listing.language = static_cast<ListingLanguage>(*language);
         }
-        Value unrelated = listing.unrelatedDevices;
-        reader.Read("unrelated-devices", PropertyKind::Int32, unrelated);
-        listing.unrelatedDevices = std::get<std::int32_t>(unrelated);
-        if (listing.unrelatedDevices < 0)
-        {
-            reader.FailAt("unrelated-devices", "a number from 0 upwards is expected");
-        }
-        reader.ReadMilliseconds("duration-ms", listing.durationMs);
-        if (listing.durationMs == never)
-        {
-            reader.FailAt("duration-ms", "the tool ends some time; 'missing = true' makes it print nothing");
-        }
+        constexpr auto most = std::numeric_limits<std::int32_t>::max();
+        reader.ReadNumber("unrelated-devices", 0, most, listing.unrelatedDevices);
+        reader.ReadNumber("duration-ms", 0, most, listing.durationMs); // not "never": the tool ends some time
         reader.Read("missing", listing.missing);
         reader.RejectOtherKeys();
     }

@@ -1,6 +1,7 @@
 #include "simulator/scenario/TableReader.h"
 
 #include "simulator/properties/HexText.h"
+#include "simulator/scenario/Guess.h"
 
 #include <algorithm>
 
@@ -8,9 +9,11 @@ namespace simulator
 {
     namespace
     {
-        std::string Quoted(std::string_view text)
+        std::vector<std::string_view> TextsOf(std::span<Name const> names)
         {
-            return "'" + std::string(text) + "'";
+            std::vector<std::string_view> texts;
+            std::ranges::transform(names, std::back_inserter(texts), &Name::text);
+            return texts;
         }
 
         std::string ListOf(std::span<Name const> names)
@@ -22,131 +25,167 @@ namespace simulator
             }
             return list;
         }
+
+        std::string Range(std::int64_t least, std::int64_t most)
+        {
+            return "a number from " + std::to_string(least) + " to " + std::to_string(most);
+        }
     } // namespace
 
-    TableReader::TableReader(toml::table const& contents, std::string_view sourceName)
+    TableReader::TableReader(toml::table const& contents, Faults& faults)
         : m_table(&contents)
-        , m_source(sourceName)
+        , m_faults(&faults)
     {
     }
 
-    bool TableReader::Has(std::string_view key) const
+    bool TableReader::Has(std::string_view key)
     {
-        return m_table->contains(key);
+        return Find(key) != nullptr;
     }
 
     void TableReader::Read(std::string_view key, bool& target)
     {
-        if (auto const* node = Find(key))
-        {
-            target = std::get<bool>(ReadValue(*node, m_source, PropertyKind::Boolean));
-        }
+        Value value = target;
+        Read(key, PropertyKind::Boolean, value);
+        target = std::get<bool>(value);
     }
 
     void TableReader::Read(std::string_view key, std::string& target)
     {
-        if (auto const* node = Find(key))
-        {
-            target = std::get<std::string>(ReadValue(*node, m_source, PropertyKind::String));
-        }
+        Value value = target;
+        Read(key, PropertyKind::String, value);
+        target = std::get<std::string>(value);
     }
 
     void TableReader::Read(std::string_view key, PropertyKind kind, Value& target)
     {
-        if (auto const* node = Find(key))
+        auto const* node = Find(key);
+        if (!node)
         {
-            target = ReadValue(*node, m_source, kind);
+            return;
+        }
+        if (auto value = ReadValue(*node, kind))
+        {
+            target = *std::move(value);
+        }
+        else
+        {
+            RejectNode(key, *node, Expected(kind));
         }
     }
 
     void TableReader::ReadAddress(std::string_view key, std::string& target)
     {
-        std::string text;
-        Read(key, text);
-        if (Has(key))
+        if (auto const* node = Find(key))
         {
-            auto const address = ParseAddress(text);
+            auto const address = ParseAddress(node->value_or(std::string_view()));
             if (!address)
             {
-                FailAt(key, Quoted(text) + " is not an address like 'a4:c1:38:5e:22:0f'");
+                RejectNode(key, *node, "an address like 'a4:c1:38:5e:22:0f' is expected");
             }
-            target = *address;
+            target = address.value_or("");
         }
     }
 
-    void TableReader::ReadMilliseconds(std::string_view key, std::int32_t& target)
+    void TableReader::ReadNumber(std::string_view key, std::int32_t least, std::int32_t most, std::int32_t& target)
     {
-        constexpr Name names[] = {{"never", never}};
         if (auto const* node = Find(key))
         {
-            auto const time = NumberOf(key, *node, names);
-            if ((node->is_integer() && time < 0) || time > std::numeric_limits<std::int32_t>::max())
+            auto const* number = node->as_integer();
+            if (number && number->get() >= least && number->get() <= most)
             {
-                FailAt(key, std::to_string(time) + " is not a time: milliseconds from 0 upwards, or \"never\"");
+                target = static_cast<std::int32_t>(number->get());
+                return;
             }
-            target = static_cast<std::int32_t>(time);
+            RejectNode(key, *node, Range(least, most) + " is expected");
         }
+    }
+
+    bool TableReader::ReadMilliseconds(std::string_view key, std::int32_t& target)
+    {
+        constexpr std::int64_t most = std::numeric_limits<std::int32_t>::max();
+        auto const* node = Find(key);
+        if (!node)
+        {
+            return true;
+        }
+        auto const* time = node->as_integer();
+        bool const isNever = node->value_or(std::string_view()) == "never";
+        if (!isNever && (!time || time->get() < 0 || time->get() > most))
+        {
+            RejectNode(key, *node, "milliseconds from 0 to " + std::to_string(most) + ", or \"never\", are expected");
+            return false;
+        }
+        target = isNever ? never : static_cast<std::int32_t>(time->get());
+        return true;
     }
 
     std::optional<std::int64_t> TableReader::ReadName(std::string_view key, std::span<Name const> names)
     {
         auto const* node = Find(key);
-        if (!node)
-        {
-            return std::nullopt;
-        }
-        if (!node->is_string())
-        {
-            FailAt(key, "a name is expected: " + ListOf(names));
-        }
-        return NumberOf(key, *node, names);
+        return node ? NumberOf(key, *node, names, "a name") : std::nullopt;
     }
 
-    std::vector<std::int64_t> TableReader::ReadNames(std::string_view key, std::span<Name const> names)
+    bool TableReader::ReadNames(std::string_view key, std::span<Name const> names, std::vector<std::int64_t>& numbers)
     {
-        std::vector<std::int64_t> numbers;
-        if (auto const* node = Find(key))
+        auto const* node = Find(key);
+        if (!node)
         {
-            auto const* list = node->as_array();
-            if (!list || !list->is_homogeneous(toml::node_type::string))
+            return true;
+        }
+        auto const* list = node->as_array();
+        if (!list || list->empty())
+        {
+            RejectNode(key, *node, "a list of names is expected: " + ListOf(names));
+            return false;
+        }
+        bool good = true;
+        for (auto const& name : *list)
+        {
+            auto const number = NumberOf(key, name, names, "a name");
+            good = good && number;
+            if (number)
             {
-                FailAt(key, "a list of names is expected: " + ListOf(names));
-            }
-            for (auto const& name : *list)
-            {
-                numbers.push_back(NumberOf(key, name, names));
+                numbers.push_back(*number);
             }
         }
-        return numbers;
+        return good;
     }
 
     std::optional<TableReader> TableReader::Table(std::string_view key)
     {
         auto const* node = Find(key);
-        if (!node)
+        if (node && !node->is_table())
         {
-            return std::nullopt;
+            RejectNode(key, *node, "a table is expected");
         }
-        if (!node->is_table())
-        {
-            FailAt(key, "a table is expected");
-        }
-        return TableReader(*node->as_table(), m_source);
+        return node && node->is_table() ? std::optional<TableReader>(std::in_place, *node->as_table(), *m_faults)
+                                        : std::nullopt;
     }
 
     std::vector<TableReader> TableReader::Tables(std::string_view key)
     {
         std::vector<TableReader> readers;
-        if (auto const* node = Find(key))
+        auto const reject = [&](toml::node const& node) {
+            RejectNode(key, node, "tables, each headed by its name in double brackets, are expected");
+        };
+        auto const* node = Find(key);
+        if (node && !node->is_array())
         {
-            auto const* list = node->as_array();
-            if (!list || !list->is_homogeneous(toml::node_type::table))
+            reject(*node);
+        }
+        else if (node)
+        {
+            for (auto const& entry : *node->as_array())
             {
-                FailAt(key, "tables are expected, each headed by its name in double brackets");
-            }
-            for (auto const& entry : *list)
-            {
-                readers.emplace_back(*entry.as_table(), m_source);
+                if (auto const* table = entry.as_table())
+                {
+                    readers.emplace_back(*table, *m_faults);
+                }
+                else
+                {
+                    reject(entry);
+                }
             }
         }
         return readers;
@@ -162,47 +201,57 @@ namespace simulator
         return keys;
     }
 
+    void TableReader::Need(std::string_view key, std::string_view what)
+    {
+        if (!Has(key))
+        {
+            Reject(key, "missing; " + std::string(what) + " needs it");
+        }
+    }
+
     void TableReader::RejectOtherKeys() const
     {
+        std::vector<std::string_view> const known(m_known.begin(), m_known.end());
         for (auto const key : Keys())
         {
-            if (std::ranges::find(m_known, key) == m_known.end())
+            if (!m_known.contains(key))
             {
-                FailAt(key, "unknown key");
+                Reject(key, "unknown key" + Guess(key, known));
             }
         }
     }
 
-    void TableReader::FailHere(std::string_view reason) const
+    void TableReader::Reject(std::string_view key, std::string_view reason) const
     {
-        Fail(m_table->source(), m_source, reason);
-    }
-
-    void TableReader::FailAt(std::string_view key, std::string_view reason) const
-    {
-        Fail(m_table->find(key)->first.source(), m_source, Quoted(key) + ": " + std::string(reason));
+        auto const entry = m_table->find(key);
+        auto const& where = entry == m_table->end() ? m_table->source() : entry->first.source();
+        m_faults->Add(where.begin.line, InQuotes(key) + ": " + std::string(reason));
     }
 
     toml::node const* TableReader::Find(std::string_view key)
     {
-        m_known.emplace_back(key);
+        m_known.emplace(key);
         return m_table->get(key);
     }
 
-    std::int64_t TableReader::NumberOf(std::string_view key, toml::node const& node, std::span<Name const> names) const
+    void TableReader::RejectNode(std::string_view key, toml::node const& node, std::string_view expected) const
     {
-        if (auto const* number = node.as_integer())
-        {
-            return number->get();
-        }
+        m_faults->Add(node.source().begin.line,
+                      InQuotes(key) + ": " + Describe(node) + " where " + std::string(expected));
+    }
+
+    std::optional<std::int64_t> TableReader::NumberOf(std::string_view key, toml::node const& node,
+                                                      std::span<Name const> names, std::string_view expected) const
+    {
         auto const text = node.value<std::string_view>();
         auto const name = std::ranges::find(names, text.value_or(""), &Name::text);
-        if (name == names.end())
+        if (name != names.end())
         {
-            FailAt(key,
-                   (text ? Quoted(*text) + " is not known" : "of the wrong type") + "; known are: " + ListOf(names));
+            return name->number;
         }
-        return name->number;
+        RejectNode(key, node,
+                   std::string(expected) + " is expected: " + ListOf(names) + Guess(text.value_or(""), TextsOf(names)));
+        return std::nullopt;
     }
 
     std::optional<std::int64_t> TableReader::ReadNumberWithin(std::string_view key, std::span<Name const> names,
@@ -213,11 +262,10 @@ namespace simulator
         {
             return std::nullopt;
         }
-        auto const number = NumberOf(key, *node, names);
-        if (number < least || number > most)
+        if (auto const number = node->value_exact<std::int64_t>(); number >= least && number <= most)
         {
-            FailAt(key, std::to_string(number) + " is out of range");
+            return number;
         }
-        return number;
+        return NumberOf(key, *node, names, Range(least, most) + " or a name");
     }
 } // namespace simulator

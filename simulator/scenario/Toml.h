@@ -4,6 +4,7 @@
 
 #define TOML_ENABLE_WINDOWS_COMPAT 0
 #define TOML_ENABLE_FORMATTERS 0
+#define TOML_MAX_NESTED_VALUES 32 // takes apart what is nested by recursion; a scenario nests three or four
 
 // It asserts that a key begins as one should even where the text does not ("[.device]"). The code after the
 // assertion reports that well: with no assertion, nor an assumption drawn from it, it gets its turn.

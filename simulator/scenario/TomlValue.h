@@ -1,4 +1,4 @@
-// TOML text as values: every fault is a ScenarioError that names its line.
+// TOML text as values.
 #pragma once
 
 #include "simulator/scenario/Scenario.h"
@@ -6,10 +6,15 @@
 
 namespace simulator
 {
+    // Throws ScenarioError at the first fault.
     toml::table ParseToml(std::string_view toml, std::string_view source);
 
-    [[noreturn]] void Fail(toml::source_region const& where, std::string_view source, std::string_view reason);
+    // What a node holds, as a fault tells it: "'text'", "12", "a list".
+    std::string Describe(toml::node const& node);
 
-    // The value that a node holds for a property of this kind. Kind::Unknown takes nothing.
-    Value ReadValue(toml::node const& node, std::string_view source, PropertyKind kind);
+    // "true or false is expected"
+    std::string_view Expected(PropertyKind kind);
+
+    // The value that a node holds for a property of this kind, if it does. Kind::Unknown takes nothing.
+    std::optional<Value> ReadValue(toml::node const& node, PropertyKind kind);
 } // namespace simulator

@@ -59,15 +59,16 @@ TEST(SlowActivation, SucceedsInASingleThreadedApartment)
               S_OK);
 }
 
-TEST(Activation, MakesNoWatcherOfAFaultyScenarioFileAndSaysWhere)
+TEST(Activation, MakesNoWatcherOfAFaultyScenarioFileAndTellsItsFaults)
 {
-    std::ofstream("faulty.toml") << "[[device]]\naddress = 12\n";
+    std::ofstream("faulty.toml") << "[[device]]\naddress = 12\nadress = 1\n";
     SetEnvironmentVariableW(L"VORLINK_SCENARIO", L"faulty.toml");
     ASSERT_HRESULT_SUCCEEDED(RoInitialize(RO_INIT_MULTITHREADED));
     testing::internal::CaptureStderr();
     SimulatorReset();
     EXPECT_EQ(WatchOnce(), E_INVALIDARG);
-    EXPECT_THAT(testing::internal::GetCapturedStderr(), HasSubstr("simulator: faulty.toml:2: "));
+    EXPECT_THAT(testing::internal::GetCapturedStderr(), AllOf(HasSubstr("simulator: faulty.toml:2: 'address': 12"),
+                                                              HasSubstr("\nfaulty.toml:3: 'adress': unknown key")));
     EXPECT_EQ(SimulateScenario(Room().c_str()), 1);
     EXPECT_EQ(WatchOnce(), S_OK);
     SimulatorReset();

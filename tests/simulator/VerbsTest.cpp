@@ -61,9 +61,35 @@ TEST_F(Verbs, KeepTheirErrorsPerThread)
 TEST_F(Verbs, ChangeNothingOnAFaultyScenario)
 {
     auto const watcher = MakeWatcher();
-    EXPECT_EQ(SimulateScenario("[[device]]\naddress = 7\n"), 0);
-    EXPECT_THAT(SimulatorLastError(), HasSubstr(":2: "));
+    EXPECT_EQ(SimulateScenario("[[device]]\naddress = 7\nnam = 1\n"), 0);
+    EXPECT_STREQ(SimulatorLastError(),
+                 "scenario:2: 'address': 7 where an address like 'a4:c1:38:5e:22:0f' is expected\n"
+                 "scenario:3: 'nam': unknown key; did you mean 'name'?");
     EXPECT_EQ(SimulateScenario(nullptr), 0);
+    EXPECT_EQ(watcher->Start(), S_OK); // it was not cut off
+    EXPECT_EQ(NameOf(FindDevice(speaker)), "Kitchen Speaker");
+}
+
+TEST_F(Verbs, CheckAScenarioAndLeaveTheOneThatPlays)
+{
+    auto const watcher = MakeWatcher();
+    auto const faults = [](char const* toml, char const* source) {
+        std::string text(SimulatorCheckScenario(toml, source, nullptr, 0), '#');
+        EXPECT_EQ(SimulatorCheckScenario(toml, source, text.data(), text.size()), text.size());
+        EXPECT_EQ(text.back(), '\0');
+        text.pop_back();
+        return text;
+    };
+    EXPECT_EQ(faults("", "room.toml"), "");
+    EXPECT_EQ(faults("event-threads = 4\n", "room.toml"), "");
+    EXPECT_EQ(faults("event-threads = 0\n[[device]]\n", "room.toml"),
+              "room.toml:1: 'event-threads': 0 where a number from 1 to 64 is expected\n"
+              "room.toml:2: 'address': missing; a device needs it");
+    EXPECT_THAT(faults("\n]", nullptr), testing::StartsWith("scenario:2: "));
+    EXPECT_NE(faults(nullptr, nullptr), "");
+    std::string cut = "######";
+    EXPECT_GT(SimulatorCheckScenario("]", "room.toml", cut.data(), 5), 5u);
+    EXPECT_EQ(cut, std::string("room\0#", 6));
     EXPECT_EQ(watcher->Start(), S_OK); // it was not cut off
     EXPECT_EQ(NameOf(FindDevice(speaker)), "Kitchen Speaker");
 }

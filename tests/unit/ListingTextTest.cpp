@@ -136,9 +136,9 @@ TEST(ListingText, FaultsInTheScenarioAreRefused)
                     ThrowsMessage<ScenarioError>(StartsWith("t.toml:2: " + reason)))
             << line;
     };
-    refused("language = 'Klingon'", "'language': 'Klingon' is not known; known are: English, German, Chinese");
-    refused("unrelated-devices = -1", "'unrelated-devices': a number from 0 upwards is expected");
-    refused("unrelated-devices = 'many'", "a whole number of 32 bits is expected");
-    refused("duration-ms = 'never'", "'duration-ms': the tool ends some time");
+    refused("language = 'Klingon'", "'language': 'Klingon' where a name is expected: English, German, Chinese");
+    refused("unrelated-devices = -1", "'unrelated-devices': -1 where a number from 0 to 2147483647 is expected");
+    refused("unrelated-devices = 'many'", "'unrelated-devices': 'many' where a number from 0 to");
+    refused("duration-ms = 'never'", "'duration-ms': 'never' where a number from 0 to 2147483647 is expected");
     refused("mising = true", "'mising': unknown key");
 }

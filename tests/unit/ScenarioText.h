@@ -17,6 +17,19 @@ namespace test
         return simulator::ParseScenario(toml, "test.toml");
     }
 
+    inline std::string FaultsOf(std::string_view toml)
+    {
+        try
+        {
+            Parse(toml);
+        }
+        catch (simulator::ScenarioError const& error)
+        {
+            return error.what();
+        }
+        return "no fault";
+    }
+
     // One device with the address above and more keys or tables of its own.
     inline std::string Device(std::string_view more)
     {
