@@ -47,11 +47,11 @@ answer_help() {
   }
 }
 
-# The C++ files of the checkout, by their paths from its root.
+# The C++ files of the checkout, and those in C, by their paths from its root.
 sources() {
   if [[ -e $root/.git ]]; then
-    git -C "$root" ls-files --cached --others --exclude-standard '*.cpp' '*.h'
+    git -C "$root" ls-files --cached --others --exclude-standard '*.cpp' '*.h' '*.c'
   else
-    find "$root" -path "$root/build" -prune -o \( -name '*.cpp' -o -name '*.h' \) -printf '%P\n'
+    find "$root" -path "$root/build" -prune -o \( -name '*.cpp' -o -name '*.h' -o -name '*.c' \) -printf '%P\n'
   fi | LC_ALL=C sort
 }
