@@ -51,6 +51,8 @@ TEST_P(FailingMethod, IsACodeAndLeavesNothing)
     EXPECT_EQ(vorlink_last_hresult(), platformCode);
     EXPECT_THAT(vorlink_last_error(), StartsWith("The platform failed: 0x80070490"));
     EXPECT_EQ(pairs.Count(), 0u);
+    // The watcher of the failed search runs on, and the end of its enumeration can end the next search.
+    ASSERT_TRUE(WaitIdle());
     EXPECT_EQ(Pair(vorlink), VORLINK_OK) << vorlink_last_error();
     EXPECT_EQ(vorlink_last_hresult(), 0);
     ASSERT_TRUE(pairs.WaitFor(1));

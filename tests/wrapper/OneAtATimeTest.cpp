@@ -26,11 +26,11 @@ namespace
         EXPECT_STREQ(vorlink_last_error(), vorlink_error_text(VORLINK_BUSY));
     }
 
-    // Nobody has the name, so the pairing ends inside the call.
+    // The watcher has seen nobody, so the pairing ends inside the call.
     void ExpectFree(vorlink_t* vorlink)
     {
         PairInbox nobody;
-        EXPECT_EQ(vorlink_pair(vorlink, "Nobody", OnPaired, &nobody), VORLINK_OK) << vorlink_last_error();
+        EXPECT_EQ(vorlink_pair_phone(vorlink, "Nobody", OnPaired, &nobody), VORLINK_OK) << vorlink_last_error();
         EXPECT_EQ(nobody.Count(), 1u);
     }
 
@@ -73,6 +73,20 @@ namespace
     {
         auto& forgetting = *static_cast<Forgetting*>(context);
         forgetting.code = vorlink_forget(forgetting.vorlink, forgetting.operation);
+    }
+
+    struct Searching
+    {
+        vorlink_t* vorlink;
+        std::thread thread;
+    };
+
+    void VORLINK_C_CALL SearchElsewhere(void* context, vorlink_pair_report const*)
+    {
+        auto& searching = *static_cast<Searching*>(context);
+        searching.thread =
+            std::thread([&] { EXPECT_EQ(vorlink_pair(searching.vorlink, "Tag", OnPaired, &pairs), VORLINK_OK); });
+        EXPECT_TRUE(WaitForCall("DeviceWatcher.Start("));
     }
 
     void VORLINK_C_CALL CloseInside(void* context, vorlink_pair_report const*)
@@ -179,7 +193,6 @@ TEST(Forget, WaitsForNoSearchButKeepsOthersOutOfIt)
     search.join();
     EXPECT_EQ(pairs.Count(), 0u);
     EXPECT_EQ(vorlink_forget(vorlink, VORLINK_PAIRING), VORLINK_OK);
-    Load(prompt);
     ExpectFree(vorlink);
 }
 
@@ -192,8 +205,22 @@ TEST(Forget, EndsWithTheSearchAlsoWhenADeviceIsFound)
     EXPECT_EQ(vorlink_forget(vorlink, VORLINK_PAIRING), VORLINK_STILL_RUNNING);
     EXPECT_TRUE(SimulateDeviceAppears(tagId.c_str()));
     search.join();
-    Load(prompt);
     ExpectFree(vorlink);
+    EXPECT_TRUE(WaitForCall("Accept("));
+    CompletePairing(1);
+    EXPECT_EQ(pairs.Count(), 0u);
+}
+
+// The call in whose callback the search has begun returns, which is not the search's end.
+TEST(Forget, KnowsASearchFromTheCallThatItBeganIn)
+{
+    Load(patient);
+    Searching searching = {Open(), {}};
+    ASSERT_EQ(vorlink_pair_phone(searching.vorlink, "Nobody", SearchElsewhere, &searching), VORLINK_OK);
+    EXPECT_EQ(vorlink_forget(searching.vorlink, VORLINK_PAIRING), VORLINK_STILL_RUNNING);
+    ExpectBusy(searching.vorlink);
+    SimulateEnumerationCompletes();
+    searching.thread.join();
     EXPECT_EQ(pairs.Count(), 0u);
 }
 
