@@ -1,6 +1,8 @@
 #include "host/CommandLine.h"
 
 #include "host/Commands.h"
+#include "host/Library.h"
+#include "host/Reference.h"
 #include "host/WideText.h"
 
 #include <windows.h>
@@ -27,13 +29,29 @@ namespace host
             }
             return reversed;
         }
+        std::string Versions()
+        {
+            auto const library = OwnVersion(L"vorlink.dll");
+            return "vorlinkctl " VORLINK_VERSION "\nvorlink.dll " +
+                   (library.empty() ? "is not beside the program" : library);
+        }
+
+        std::string NearMisses(CLI::App& app)
+        {
+            std::string misses;
+            for (auto const& word : app.remaining(true))
+            {
+                misses += NearMiss(app, word);
+            }
+            return misses;
+        }
     } // namespace
 
     std::variant<Action, EarlyExit> ReadCommandLine()
     {
         CLI::App app("Finds, pairs and unpairs Bluetooth devices, and tells what came of it.", "vorlinkctl");
         app.allow_windows_style_options(false); // a device's name may begin with a slash
-        app.set_version_flag("--version", "vorlinkctl " VORLINK_VERSION);
+        app.set_version_flag("--version", Versions, "Print the versions of program and library");
         app.require_subcommand(1);
         SetFooter(app, {});
         Action chosen;
@@ -41,15 +59,24 @@ namespace host
         AddUnpair(app, chosen);
         AddPhones(app, chosen);
         AddPairPhone(app, chosen);
+        AddExplain(app, chosen);
+        AddScenario(app, chosen);
+        AddReference(app, chosen);
+        auto words = ReversedUtf8Words();
+        bool const nothingAsked = words.empty();
         try
         {
-            app.parse(ReversedUtf8Words());
+            app.parse(words);
         }
         catch (CLI::ParseError const& error)
         {
             std::ostringstream shown;
             bool const isHelp = app.exit(error, shown, shown) == 0;
-            return EarlyExit{isHelp ? ExitCode::Done : ExitCode::Usage, shown.str()};
+            if (nothingAsked)
+            {
+                return EarlyExit{ExitCode::Usage, app.help()};
+            }
+            return EarlyExit{isHelp ? ExitCode::Done : ExitCode::Usage, shown.str() + (isHelp ? "" : NearMisses(app))};
         }
         return chosen;
     }

@@ -9,4 +9,9 @@ namespace host
     void AddUnpair(CLI::App& app, Action& chosen);
     void AddPhones(CLI::App& app, Action& chosen);
     void AddPairPhone(CLI::App& app, Action& chosen);
+    void AddExplain(CLI::App& app, Action& chosen);
+    void AddScenario(CLI::App& app, Action& chosen);
+
+    // completion and manual; after all others, which they tell of.
+    void AddReference(CLI::App& app, Action& chosen);
 } // namespace host

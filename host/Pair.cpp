@@ -247,7 +247,13 @@ namespace host
                 outcome = DescribeFailure(DescribeCurrentException(), IsSimulated());
             }
             progress.Finish();
+            auto const taken = Clock::now() - run.start;
+            outcome.facts["seconds"] = std::chrono::duration<double>(taken).count();
             auto const code = PrintOutcome(outcome, command, options.output);
+            if (options.output.verbose)
+            {
+                PrintCourse(session, taken);
+            }
             if (code == ExitCode::Done && !options.noLearn)
             {
                 PrintLesson(Learn(session, options.name, outcome.facts["address"], interruption, progress),

@@ -71,6 +71,19 @@ namespace host
         PrintWarnings(lesson.warnings);
     }
 
+    void PrintCourse(Session const& session, Clock::duration taken)
+    {
+        std::string names;
+        for (auto const& name : SeenNames(session.Log().Records()))
+        {
+            names += (names.empty() ? "" : ", ") + Quoted(name);
+        }
+        auto const milliseconds = std::chrono::duration_cast<std::chrono::milliseconds>(taken).count();
+        PrintError("The search looked at " + (names.empty() ? "no device" : names) + ".\n" + "The answer took " +
+                   std::to_string(milliseconds) + " ms; the library logged " +
+                   std::to_string(session.Log().Records().size()) + " records.\n");
+    }
+
     void PrintRecords(Session const& session, OutputOptions const& options)
     {
         if (options.json)

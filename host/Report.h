@@ -2,6 +2,7 @@
 #pragma once
 
 #include "host/Learning.h"
+#include "host/Operation.h"
 #include "host/Outcome.h"
 #include "host/Session.h"
 #include "host/Subcommand.h"
@@ -12,6 +13,9 @@ namespace host
     ExitCode PrintOutcome(Outcome const& outcome, char const* command, OutputOptions const& options);
 
     void PrintLesson(Lesson const& lesson, OutputOptions const& options);
+
+    // How it went, on standard error, for who wants to know more.
+    void PrintCourse(Session const& session, Clock::duration taken);
 
     // Of this run, as the library's log has them.
     void PrintRecords(Session const& session, OutputOptions const& options);

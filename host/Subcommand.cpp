@@ -27,8 +27,7 @@ namespace host
             .add_option("--color", options.colours,
                         "Colours: auto (on a console, and not with NO_COLOR), always, never")
             ->option_text("WHEN")
-            ->transform(CLI::Transformer(choices).description(""))
-            ->check(CLI::IsMember({"auto", "always", "never"}).description(""));
+            ->transform(CLI::CheckedTransformer(choices, CLI::ignore_case).description(""));
     }
 
     void SetFooter(CLI::App& subcommand, std::initializer_list<char const*> examples, std::string const& notes)

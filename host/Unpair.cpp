@@ -206,6 +206,7 @@ namespace host
             Interruption const interruption;
             Progress progress("Looking for " + Quoted(options.name) + " and unpairing it", options.output.quiet);
             Session session(options.log);
+            auto const start = Clock::now();
             Outcome outcome;
             try
             {
@@ -216,7 +217,13 @@ namespace host
                 outcome = DescribeFailure(DescribeCurrentException(), IsSimulated());
             }
             progress.Finish();
+            auto const taken = Clock::now() - start;
+            outcome.facts["seconds"] = std::chrono::duration<double>(taken).count();
             PrintOutcome(outcome, "unpair", options.output);
+            if (options.output.verbose)
+            {
+                PrintCourse(session, taken);
+            }
             if (options.log)
             {
                 PrintRecords(session, options.output);

@@ -4,12 +4,15 @@
 
 #include <gmock/gmock.h>
 
+#include <windows.h>
+
 #include <filesystem>
 #include <fstream>
 
 using namespace test;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
 using testing::StartsWith;
 
 namespace
@@ -70,4 +73,34 @@ TEST(Failure, APlatformThatFailsWhileUnpairingEndsTheProgramByItself)
     auto const result = RunVorlinkctl({"unpair", "Tag"});
     EXPECT_NE(result.exitCode, 0u);
     EXPECT_THAT(result.output, IsEmpty());
+}
+
+TEST(Failure, OfASimulatedPlatformPointsToItsScenario)
+{
+    UseScenario(noWatcher);
+    auto const result = RunVorlinkctl({"pair", "Kitchen Speaker"});
+    EXPECT_THAT(result.output, HasSubstr("vorlinkctl scenario check FILE"));
+    EXPECT_THAT(result.output, Not(HasSubstr("Bluetooth is switched on")));
+}
+
+TEST(Failure, AMissingPlatformIsSaidInWords)
+{
+    // Without a manifest Wine's own class answers, which knows no watchers.
+    auto const program = LonelyProgram();
+    std::filesystem::copy_file(BinFolder() / "vorlink.dll", "lonely/vorlink.dll");
+    auto const result = RunChild(program, {"pair", "Kitchen Speaker"});
+    EXPECT_EQ(result.exitCode, 1u);
+    EXPECT_THAT(result.output, HasSubstr("Windows.Devices.Enumeration"));
+}
+
+TEST(Scenario, MayBeNamedFromTheUsersFolder)
+{
+    UseScenario("[[device]]\nname = 'Tag'\naddress = 'c1:d2:e3:f4:a5:b6'\n");
+    SetEnvironmentVariableW(L"VORLINK_SCENARIO", L"scenario.toml");
+    SetEnvironmentVariableW(L"VORLINK_SIMULATOR_STATE", L"state.txt");
+    EXPECT_EQ(RunVorlinkctl({"phones"}).output, "Tag\n1 device found.\n");
+    EXPECT_EQ(RunVorlinkctl({"pair", "Tag", "--no-learn"}).exitCode, 0u);
+    EXPECT_EQ(RunVorlinkctl({"unpair", "Tag"}).exitCode, 0u);
+    EXPECT_EQ(RunVorlinkctl({"pair-phone", "Tag", "--no-learn"}).exitCode, 0u);
+    EXPECT_TRUE(std::filesystem::exists("state.txt"));
 }
