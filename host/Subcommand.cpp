@@ -24,10 +24,11 @@ namespace host
             subcommand.add_flag("--quiet", options.quiet, "No progress and no advice: the result alone");
         subcommand.add_flag("--verbose", options.verbose, "Tell also how it went")->excludes(quiet);
         subcommand
-            .add_option("--color", options.colours,
-                        "Colours: auto (on a console, and not with NO_COLOR), always, never")
+            .add_option_function<std::string>(
+                "--color", [&options, choices](std::string const& choice) { options.colours = choices.at(choice); },
+                "Colours: auto (on a console, and not with NO_COLOR), always, never")
             ->option_text("WHEN")
-            ->transform(CLI::CheckedTransformer(choices, CLI::ignore_case).description(""));
+            ->check(CLI::IsMember({"auto", "always", "never"}).description(""));
     }
 
     void SetFooter(CLI::App& subcommand, std::initializer_list<char const*> examples, std::string const& notes)
