@@ -4,6 +4,6 @@
 
 namespace simulator
 {
-    // The neighbourhood of a process that names no other: TOML text, with a second or two of life in it.
+    // The neighbourhood of a process that names no other: TOML text, with the better part of a second of life in it.
     std::string_view DefaultScenario();
 } // namespace simulator

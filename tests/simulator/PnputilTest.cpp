@@ -35,7 +35,7 @@ TEST(Pnputil, PrintsTheListingOfTheScenariosFile)
 
 TEST(Pnputil, WithoutAFilePlaysTheBuiltInNeighbourhood)
 {
-    EXPECT_THAT(EnumDevices().output, HasSubstr(R"(BTHLE\Dev_e8473a15b0c2\)"));
+    EXPECT_THAT(EnumDevices().output, HasSubstr(R"(BTHLE\Dev_a4c1385e220f\8&1a2b3c4d&0&a4:c1:38:5e:22:0f)"));
 }
 
 TEST(Pnputil, LongListingsAreWhole)
