@@ -11,20 +11,42 @@ quietly() {
   local log=$root/build/$1.log
   shift
   mkdir -p "$root/build"
-  "$@" >"$log" 2>&1 && return
-  cat "$log" >&2
-  say "Failed: $*"
+  "$@" >"$log" 2>&1 || failed "$log" "$@"
+}
+
+# failed LOG COMMAND ...
+failed() {
+  cat "$1" >&2
+  say "Failed: ${*:2}"
   return 1
 }
 
-# build PRESET [TARGET ...]
+# Of what ninja says, shows how far it is: in one line, written again and again, or now and then where nobody looks.
+show_build() {
+  local line at='' shown=$SECONDS
+  while read -r line; do
+    [[ $line =~ ^\[([1-9][0-9]*/[0-9]+)\]\  ]] || continue
+    at=${BASH_REMATCH[1]}
+    if [[ -t 2 ]]; then
+      printf '\r\e[K   %s' "$at" >&2
+    elif ((SECONDS - shown >= 10)); then
+      printf '   %s\n' "$at" >&2
+      shown=$SECONDS
+    fi
+  done
+  [[ -z $at || ! -t 2 ]] || printf '\r\e[K' >&2
+}
+
+# build PRESET [TARGET ...]: keeps what the build says as quietly does, in build/PRESET-build.log.
 build() {
   local folder=$root/build/$1
   # Where a configuration exists the build itself brings it up to date.
   if [[ ! -e $folder/build.ninja ]]; then
     quietly "$1-configure" env -C "$root" cmake --preset "$1" || return
   fi
-  quietly "$1-build" cmake --build "$folder" ${2:+--target "${@:2}"}
+  local log=$root/build/$1-build.log
+  local command=(cmake --build "$folder" ${2:+--target "${@:2}"})
+  "${command[@]}" 2>&1 | tee "$log" | show_build || failed "$log" "${command[@]}"
 }
 
 # The first Windows process starts Wine's services, which keep its output open: let that be nobody's pipe.
