@@ -59,6 +59,7 @@ namespace host
         AddUnpair(app, chosen);
         AddPhones(app, chosen);
         AddPairPhone(app, chosen);
+        AddLog(app, chosen);
         AddExplain(app, chosen);
         AddScenario(app, chosen);
         AddReference(app, chosen);

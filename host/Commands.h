@@ -9,6 +9,7 @@ namespace host
     void AddUnpair(CLI::App& app, Action& chosen);
     void AddPhones(CLI::App& app, Action& chosen);
     void AddPairPhone(CLI::App& app, Action& chosen);
+    void AddLog(CLI::App& app, Action& chosen);
     void AddExplain(CLI::App& app, Action& chosen);
     void AddScenario(CLI::App& app, Action& chosen);
 

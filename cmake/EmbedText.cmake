@@ -1,0 +1,23 @@
+# Makes a C++ source of text files: cmake -DOUTPUT=x.cpp -DHEADER=x.h -DNAMESPACE=host -P EmbedText.cmake NAME=FILE ...
+# Each becomes `extern std::string_view const NAME`, which the header declares.
+set(source "#include \"${HEADER}\"\n\nnamespace ${NAMESPACE}\n{\n")
+math(EXPR last "${CMAKE_ARGC} - 1")
+foreach(index RANGE ${last})
+  if(NOT CMAKE_ARGV${index} MATCHES "^([A-Za-z]+)=(.+)$")
+    continue()
+  endif()
+  set(name ${CMAKE_MATCH_1})
+  file(READ ${CMAKE_MATCH_2} text)
+  string(APPEND source "    std::string_view const ${name} =")
+  # A compiler may limit the length of a piece; each ends with a line.
+  while(NOT text STREQUAL "")
+    string(SUBSTRING "${text}" 0 8000 piece)
+    string(FIND "${piece}" "\n" end REVERSE)
+    math(EXPR end "${end} + 1")
+    string(SUBSTRING "${text}" 0 ${end} piece)
+    string(SUBSTRING "${text}" ${end} -1 text)
+    string(APPEND source "\n        R\"embedded(${piece})embedded\"")
+  endwhile()
+  string(APPEND source ";\n")
+endforeach()
+file(WRITE ${OUTPUT} "${source}} // namespace ${NAMESPACE}\n")

@@ -1,0 +1,197 @@
+#include "host/log/LogSteps.h"
+
+#include "host/Text.h"
+
+#include <algorithm>
+#include <iterator>
+#include <optional>
+
+namespace host
+{
+    namespace
+    {
+        using Texts = std::vector<std::string_view>;
+        using enum LogFlow;
+        using enum LogPart;
+
+        constexpr char pairByName[] = "SubVorlink::PairedDevice";
+        constexpr char pairPhone[] = "SubVorlink::IosPairedDevicce";
+        constexpr char ceremony[] = "SubVorlink::PairingDevice";
+        constexpr char lookup[] = "SubVorlink::GetDeviceforName";
+        constexpr char unpair[] = "SubVorlink::UnpairedCurrent";
+        constexpr char unpairLe[] = "SubVorlink::UnpairBleDevice";
+        constexpr char learn[] = "ReadLine";
+
+        // The first that fits counts.
+        constexpr LogStep steps[] = {
+            {pairByName, 0, "Call  Pair entry name ->*", Pair, Begins, "the host asks to pair \"{1}\"", nullptr, 1},
+            {pairByName, 0, "Not Found dest  device", Pair, Fails, "no device has that name", "Not found", 0},
+
+            {pairPhone, 0, "tname is * param name is *", Pair, BeginsRow,
+             "of the phones seen, \"{1}\" is compared with \"{2}\"", nullptr, 2},
+            {pairPhone, 0, "find device ", Pair, Goes, "that is the one", nullptr, 0},
+            {pairPhone, 0, "Not Found dest  device", Pair, Fails, "no phone seen has that name", "Not found", 0},
+
+            {lookup, 399, "*", Search, Joins, "the search for \"{1}\" begins", nullptr, 0},
+            {lookup, 416, "*", Search, Joins, "a device is looked at: \"{1}\"", nullptr, 0},
+            {lookup, 0, "tname  is * ,name is * ", Search, Joins, "the search matched \"{1}\" for \"{2}\"", nullptr, 0},
+            {lookup, 0, "* id is: *  ,pair status : 1 , isPaired is:  0", Search, Joins,
+             "it can be paired, and is not paired", nullptr, 0},
+            {lookup, 0, "* id is: *  ,pair status : 1 , isPaired is:  1", Search, Joins,
+             "it can be paired, and is paired already", nullptr, 0},
+            {lookup, 0, "* id is: *  ,pair status : 0 , isPaired is:  0", Search, Joins,
+             "it cannot be paired, and is not paired", nullptr, 0},
+            {lookup, 0, "* id is: *  ,pair status : 0 , isPaired is:  1", Search, Joins,
+             "it cannot be paired anew, and is paired", nullptr, 0},
+
+            {ceremony, 0, "*     paired success*", Pair, Goes,
+             "no success: the device was paired before; its address as a decimal number", nullptr, 0},
+            {ceremony, 0, "DevicePairingResultStatus::Paired", Pair, Succeeds, "the device is paired", "Paired", 0},
+            {ceremony, 0, "DevicePairingResultStatus::NotReadyToPair", Pair, Fails,
+             "the device is not ready to pair: out of pairing mode?", "Not ready to pair", 0},
+            {ceremony, 0, "DevicePairingResultStatus::NotPaired", Pair, Fails, "the device is not paired", "Not paired",
+             0},
+            {ceremony, 0, "DevicePairingResultStatus::AlreadyPaired", Pair, Fails,
+             "the device was paired before, which the host hears as \"not paired\"", "Paired already", 0},
+            {ceremony, 0, "DevicePairingResultStatus::ConnectionRejected", Pair, Fails,
+             "the device refused the connection", "Connection rejected", 0},
+            {ceremony, 0, "DevicePairingResultStatus::TooManyConnections", Pair, Fails,
+             "the device has too many connections", "Too many connections", 0},
+            {ceremony, 0, "DevicePairingResultStatus::HardwareFailure", Pair, Fails, "the adapter or the device failed",
+             "Hardware failure", 0},
+            {ceremony, 0, "DevicePairingResultStatus::AuthenticationTimeout", Pair, Fails, "nobody confirmed in time",
+             "Authentication timed out", 0},
+            {ceremony, 0, "DevicePairingResultStatus::AuthenticationNotAllowed", Pair, Fails,
+             "the device allows no such authentication", "Authentication not allowed", 0},
+            {ceremony, 0, "DevicePairingResultStatus::AuthenticationFailure", Pair, Fails, "the keys did not agree",
+             "Authentication failed", 0},
+            {ceremony, 0, "DevicePairingResultStatus::NoSupportedProfiles", Pair, Fails,
+             "the device has no profile that Windows knows", "No supported profiles", 0},
+            {ceremony, 0, "DevicePairingResultStatus::ProtectionLevelCouldNotBeMet", Pair, Fails,
+             "the device cannot encrypt and authenticate", "Protection level not met", 0},
+            {ceremony, 0, "DevicePairingResultStatus::AccessDenied", Pair, Fails,
+             "Windows does not let the program pair", "Access denied", 0},
+            {ceremony, 0, "DevicePairingResultStatus::InvalidCeremonyData", Pair, Fails,
+             "what was exchanged makes no sense", "Invalid ceremony data", 0},
+            {ceremony, 0, "DevicePairingResultStatus::PairingCanceled", Pair, Fails, "somebody cancelled the pairing",
+             "Cancelled", 0},
+            {ceremony, 0, "DevicePairingResultStatus::RequiredHandlerNotRegistered", Pair, Fails,
+             "the device wants more than a confirmation, such as a PIN", "Wants more than a confirmation", 0},
+            {ceremony, 0, "DevicePairingResultStatus::RejectedByHandler", Pair, Fails, "the library did not accept",
+             "Not accepted", 0},
+            {ceremony, 0, "DevicePairingResultStatus::RemoteDeviceHasAssociation", Pair, Fails,
+             "the device holds a pairing with this PC that Windows has not", "The device has an old pairing", 0},
+            {ceremony, 0, "DevicePairingResultStatus::Failed", Pair, Fails,
+             "the pairing failed, for no reason that Windows tells", "Failed", 0},
+
+            {unpair, 0, "Entery unpaired  name-> *", Unpair, Begins, "the host asks to unpair \"{1}\"", nullptr, 1},
+            {unpair, 0, "unpaired Classic Blueth,start unpaired ble device *", Unpair, Goes,
+             "the Classic side, {1}, is unpaired; now the LE side", nullptr, 0},
+            {unpair, 0, "device Id -> ", Unpair, Goes, "no LE address was learnt under that name", nullptr, 0},
+            {unpair, 0, "device Id -> *", Unpair, Goes, "the LE address learnt under that name: {1}", nullptr, 0},
+            {unpair, 0, "ble data is bad ", Unpair, Succeeds, "no LE side is known of it",
+             "Unpaired; no LE side is known", 0},
+            {unpairLe, 0, "ble   destStr is * ", Unpair, Goes, "looks for an LE device with {1} in its identifier",
+             nullptr, 0},
+            {unpairLe, 1071, "unpaired device failed", Unpair, Succeeds,
+             "no such LE device is there, which the host hears as \"unpaired\"", "Unpaired; the LE side was not found",
+             0},
+            {unpairLe, 0, "unpaired device success", Unpair, Succeeds, "the LE side is unpaired",
+             "Unpaired, LE side included", 0},
+            {unpairLe, 0, "unpaired device failed", Unpair, Fails, "Windows did not unpair the LE side",
+             "LE side not unpaired", 0},
+            {unpairLe, 0, "exception -> *", Unpair, Fails, "the platform failed, and the host hears nothing",
+             "The platform failed", 0},
+
+            {"OnDeviceAdded", 0, "OnDeviceAdded    name = * ", Phones, Goes,
+             "a device that can be paired is seen: \"{1}\"", nullptr, 0},
+            {"ThreadEndWatcher", 0, "Exit ,call StopIosWatcher", Phones, Joins,
+             "25 s are over: a search that is on is ended", nullptr, 0},
+            {"StopIosWatcher", 0, "entry StopIosWatcher  * ", Phones, Succeeds,
+             "the search is over; devices in its list: {1}", "Over; devices seen: {1}", 0},
+
+            {learn, 0, "Readline entry", Learn, Begins, "lets 3 s pass, then has the system list its devices", nullptr,
+             0},
+            {learn, 0, "file exist", Learn, Settles, "the listing is there", "Nothing new", 0},
+            {learn, 0, "find instance ID  is: *", Learn, Goes, "the listing has an LE device", nullptr, 0},
+            {learn, 0, "find instance vectors[2]  is: *", Learn, Goes, "its address: {1}", nullptr, 0},
+            {learn, 0, "add new succes  *", Learn, Settles, "the address is new, and is kept under the device's name",
+             "Learnt {1}", 0},
+        };
+
+        std::optional<Texts> Match(std::string_view pattern, std::string_view text)
+        {
+            auto const first = pattern.find('*');
+            auto const head = pattern.substr(0, first);
+            if (first == std::string_view::npos)
+            {
+                return text == pattern ? std::optional(Texts()) : std::nullopt;
+            }
+            if (!text.starts_with(head))
+            {
+                return std::nullopt;
+            }
+            text.remove_prefix(head.size());
+            pattern.remove_prefix(first + 1);
+            Texts texts;
+            for (auto star = pattern.find('*'); star != std::string_view::npos; star = pattern.find('*'))
+            {
+                auto const end = text.find(pattern.substr(0, star));
+                if (end == std::string_view::npos)
+                {
+                    return std::nullopt;
+                }
+                texts.push_back(text.substr(0, end));
+                text.remove_prefix(end + star);
+                pattern.remove_prefix(star + 1);
+            }
+            if (!text.ends_with(pattern))
+            {
+                return std::nullopt;
+            }
+            texts.push_back(text.substr(0, text.size() - pattern.size()));
+            return texts;
+        }
+
+        // In a damaged log, lines of something else may have come to belong to the message.
+        std::optional<Texts> MatchMessage(std::string_view pattern, std::string_view message)
+        {
+            auto texts = Match(pattern, message);
+            return texts ? texts : Match(pattern, message.substr(0, message.find('\n')));
+        }
+
+        // A device's name has 248 bytes at most, but a damaged log can take all of itself for one.
+        std::string Shown(std::string_view text)
+        {
+            constexpr std::size_t most = 1024;
+            return Harmless(text.substr(0, most)) + (text.size() > most ? "…" : "");
+        }
+    } // namespace
+
+    LogStep const* FindLogStep(Record const& record)
+    {
+        auto const* const found = std::ranges::find_if(steps, [&](LogStep const& step) {
+            return record.function == step.function && (step.line == 0 || record.line == step.line) &&
+                   MatchMessage(step.pattern, record.message);
+        });
+        return found == std::end(steps) ? nullptr : found;
+    }
+
+    std::vector<std::string_view> LogTexts(LogStep const& step, std::string_view message)
+    {
+        return MatchMessage(step.pattern, message).value_or(Texts());
+    }
+
+    std::string FillIn(std::string_view text, std::vector<std::string_view> const& texts)
+    {
+        std::string filled;
+        for (auto brace = text.find('{'); brace != std::string_view::npos; brace = text.find('{'))
+        {
+            auto const number = static_cast<std::size_t>(text[brace + 1] - '0');
+            filled += text.substr(0, brace);
+            filled += number <= texts.size() ? Shown(texts[number - 1]) : "";
+            text.remove_prefix(brace + 3);
+        }
+        return filled.append(text);
+    }
+} // namespace host
