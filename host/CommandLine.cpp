@@ -57,10 +57,12 @@ namespace host
         Action chosen;
         AddPair(app, chosen);
         AddUnpair(app, chosen);
+        AddList(app, chosen);
         AddPhones(app, chosen);
         AddPairPhone(app, chosen);
-        AddLog(app, chosen);
         AddExplain(app, chosen);
+        AddDoctor(app, chosen);
+        AddLog(app, chosen);
         AddScenario(app, chosen);
         AddReference(app, chosen);
         auto words = ReversedUtf8Words();

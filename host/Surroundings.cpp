@@ -235,6 +235,16 @@ namespace host
             return sightings;
         }
 
+        std::vector<Seen> All() const
+        {
+            std::vector<Seen> all;
+            for (auto const& [id, known] : m_known)
+            {
+                all.push_back(known.seen);
+            }
+            return all;
+        }
+
         bool IsComplete() const
         {
             return m_running == 0;
@@ -328,6 +338,11 @@ namespace host
     std::vector<Sighting> Surroundings::Take(std::chrono::milliseconds patience)
     {
         return m_searches->Take(patience);
+    }
+
+    std::vector<Seen> Surroundings::All() const
+    {
+        return m_searches->All();
     }
 
     bool Surroundings::IsComplete() const

@@ -52,6 +52,9 @@ namespace host
         // the platform has stopped a search, as it does when Bluetooth is switched off.
         std::vector<Sighting> Take(std::chrono::milliseconds patience);
 
+        // What is there after all that has been taken, in no order that tells anything.
+        std::vector<Seen> All() const;
+
         // All searches are complete, and what they have found has been taken. Changes may still come.
         bool IsComplete() const;
 

@@ -21,9 +21,9 @@ namespace test
         HANDLE programsEnd = nullptr;
         CreatePipe(&m_output, &programsEnd, &inheritable, 65'536); // for all that is not read before the end
         SetHandleInformation(m_output, HANDLE_FLAG_INHERIT, 0);
-        auto const nowhere = FileForChild(L"NUL");
-        m_process = StartChild(BinFolder() / "vorlinkctl.exe", arguments, programsEnd, nowhere, CREATE_NO_WINDOW);
-        CloseHandle(nowhere);
+        auto const errors = FileForChild(L"stderr.txt");
+        m_process = StartChild(BinFolder() / "vorlinkctl.exe", arguments, programsEnd, errors, CREATE_NO_WINDOW);
+        CloseHandle(errors);
         CloseHandle(programsEnd);
     }
 

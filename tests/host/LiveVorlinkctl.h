@@ -8,7 +8,8 @@
 
 namespace test
 {
-    // A vorlinkctl that runs while the test looks on, with a pipe for its output and a console without a window.
+    // A vorlinkctl that runs while the test looks on, with a pipe for its output, the file stderr.txt for its
+    // errors and a console without a window.
     class LiveVorlinkctl
     {
     public:
@@ -27,7 +28,7 @@ namespace test
         // Ends it at once, and waits for that.
         void Kill();
 
-        // Waits for the end. The output is what has not been read; errors go nowhere.
+        // Waits for the end. The output is what has not been read; the errors are left in their file.
         ChildResult Finish();
 
     private:

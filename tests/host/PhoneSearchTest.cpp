@@ -103,11 +103,11 @@ TEST(PhoneSearch, WithoutTheLogLeavesNothingBehind)
     auto const temp = UseOwnTempFolder();
     LiveVorlinkctl vorlinkctl({"phones"});
     EXPECT_EQ(vorlinkctl.ReadLine(), "Phone");
-    EXPECT_THAT(NamesIn("."), ElementsAre("scenario.toml", "temp"));
+    EXPECT_THAT(NamesIn("."), ElementsAre("scenario.toml", "stderr.txt", "temp"));
     EXPECT_EQ(NamesIn(temp).size(), 1u) << "where the log is meanwhile";
     vorlinkctl.PressCtrlC();
     vorlinkctl.Finish();
-    EXPECT_THAT(NamesIn("."), ElementsAre("scenario.toml", "temp"));
+    EXPECT_THAT(NamesIn("."), ElementsAre("scenario.toml", "stderr.txt", "temp"));
     EXPECT_THAT(NamesIn(temp), IsEmpty());
 }
 

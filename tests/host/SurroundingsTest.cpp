@@ -199,6 +199,21 @@ TEST(Surroundings, AreCompleteWhenEverySearchIs)
     EXPECT_TRUE(surroundings.IsComplete());
 }
 
+TEST(Surroundings, TellAllThatIsThere)
+{
+    Load(patient + Device("Gone", "00:00:00:00:00:01") + Device("Tag", tagAddress));
+    Surroundings surroundings({classic});
+    EXPECT_TRUE(WaitIdle());
+    EXPECT_THAT(surroundings.All(), IsEmpty()) << "nothing has been taken";
+    surroundings.Take(atOnce);
+    ASSERT_TRUE(SimulateDeviceLeaves(ClassicId("00:00:00:00:00:01").c_str()));
+    ASSERT_TRUE(SimulateDeviceChanges(ClassicId(tagAddress).c_str(), "System.ItemNameDisplay", "'Renamed'"));
+    TakeAll(surroundings);
+    auto const all = surroundings.All();
+    ASSERT_EQ(all.size(), 1u);
+    EXPECT_EQ(all[0].name, "Renamed");
+}
+
 TEST(Surroundings, WaitForAChangeAsLongAsTheyAreTold)
 {
     Load(patient);

@@ -1,4 +1,5 @@
 // The values of the platform's enumerations, and the sizes of what crosses its boundary.
+#include "platform/abi/Bluetooth.h"
 #include "platform/abi/Enumeration.h"
 
 #include <gmock/gmock.h>
@@ -29,7 +30,7 @@ namespace
 
     using Enumerations = testing::Types<platform::AsyncStatus, PropertyType, DeviceInformationKind, DeviceWatcherStatus,
                                         DevicePairingKinds, DevicePairingProtectionLevel, DevicePairingResultStatus,
-                                        DeviceUnpairingResultStatus>;
+                                        DeviceUnpairingResultStatus, RadioState>;
     TYPED_TEST_SUITE(AbiEnumerationSize, Enumerations);
 } // namespace
 
@@ -115,6 +116,12 @@ TEST(AbiEnumerations, PropertyType)
         Values({P::Empty, P::UInt8, P::Int16, P::UInt16, P::Int32, P::UInt32, P::Int64, P::UInt64, P::Single, P::Double,
                 P::Char16, P::Boolean, P::String, P::Inspectable, P::DateTime, P::TimeSpan, P::Guid}),
         ElementsAre(0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16));
+}
+
+TEST(AbiEnumerations, RadioState)
+{
+    using R = RadioState;
+    EXPECT_THAT(Values({R::Unknown, R::On, R::Off, R::Disabled}), ElementsAre(0, 1, 2, 3));
 }
 
 TYPED_TEST(AbiEnumerationSize, Is32Bits)

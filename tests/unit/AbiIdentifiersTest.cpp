@@ -1,4 +1,5 @@
 // The identifiers of the platform's interfaces. One wrong digit works against a stand-in and fails on Windows.
+#include "platform/abi/Bluetooth.h"
 #include "platform/abi/Enumeration.h"
 
 #include <gtest/gtest.h>
@@ -155,6 +156,12 @@ namespace
         {"FF08456E-ED14-49E9-9A69-8117C54AE971", iid_of<IDeviceWatcher2>},
     };
 
+    constexpr Identifier bluetooth[] = {
+        {"8B02FB6A-AC4C-4741-8661-8EAB7D17EA9F", iid_of<IBluetoothAdapterStatics>},
+        {"7974F04C-5F7A-4A34-9225-A855F84B1A8B", iid_of<IBluetoothAdapter>},
+        {"252118DF-B33E-416A-875F-1CF38AE2D83E", iid_of<IRadio>},
+    };
+
     Parameterised const declared[] = {
         {"03C5A07B-990C-5D09-B0B8-5734EAA38222", Generic(typedEventHandler, {watcher, device}), &iid_of<AddedHandler>},
         {"906F1254-79AD-54FC-93C4-CDB99B437899", Generic(typedEventHandler, {watcher, update}), &iid_of<UpdateHandler>},
@@ -177,6 +184,16 @@ namespace
         {"09335560-6C6B-5A26-9348-97B781132B20", property, &iid_of<StringPair>},
         {"FE2F3D47-5D47-5499-8374-430C7CDA0204", Generic(iterable, {property}), &iid_of<IIterable<StringPair*>>},
         {"5DB5FA32-707C-5849-A06B-91C8EB9D10E8", Generic(iterator, {property}), &iid_of<IIterator<StringPair*>>},
+    };
+
+    Parameterised const ofBluetooth[] = {
+        {"46FCE70C-6C07-5A3A-B775-26F99402553F",
+         Generic(asyncOperation,
+                 {"rc(Windows.Devices.Bluetooth.BluetoothAdapter;{7974f04c-5f7a-4a34-9225-a855f84b1a8b})"}),
+         &iid_of<IAsyncOperation<platform::IBluetoothAdapter*>>},
+        {"EAC62C40-8DBC-5854-8BA0-B7B9940E7389",
+         Generic(asyncOperation, {"rc(Windows.Devices.Radios.Radio;{252118df-b33e-416a-875f-1cf38ae2d83e})"}),
+         &iid_of<IAsyncOperation<platform::IRadio*>>},
     };
 
     Parameterised const ofDevices[] = {
@@ -211,6 +228,8 @@ INSTANTIATE_TEST_SUITE_P(Basic, AbiIdentifier, testing::ValuesIn(basic));
 
 INSTANTIATE_TEST_SUITE_P(Enumeration, AbiIdentifier, testing::ValuesIn(enumeration));
 
+INSTANTIATE_TEST_SUITE_P(Bluetooth, AbiIdentifier, testing::ValuesIn(bluetooth));
+
 TEST_P(AbiParameterisedIdentifier, FollowsFromItsSignature)
 {
     EXPECT_EQ(IdentifierOf(GetParam().signature), GetParam().identifier) << GetParam().signature;
@@ -223,3 +242,5 @@ TEST_P(AbiParameterisedIdentifier, FollowsFromItsSignature)
 INSTANTIATE_TEST_SUITE_P(Declared, AbiParameterisedIdentifier, testing::ValuesIn(declared));
 
 INSTANTIATE_TEST_SUITE_P(Devices, AbiParameterisedIdentifier, testing::ValuesIn(ofDevices));
+
+INSTANTIATE_TEST_SUITE_P(Bluetooth, AbiParameterisedIdentifier, testing::ValuesIn(ofBluetooth));

@@ -1,5 +1,6 @@
 // The order of the virtual functions is the platform's: calls each method against a table of functions that
 // answer with their own slot.
+#include "platform/abi/Bluetooth.h"
 #include "platform/abi/Enumeration.h"
 
 #include <gtest/gtest.h>
@@ -245,4 +246,21 @@ TEST(AbiSlots, DeviceWatcher)
                 &I::remove_Removed, &I::add_EnumerationCompleted, &I::remove_EnumerationCompleted, &I::add_Stopped,
                 &I::remove_Stopped, &I::get_Status, &I::Start, &I::Stop);
     ExpectSlots(6, 6, &IDeviceWatcher2::GetBackgroundTrigger);
+}
+
+TEST(AbiSlots, BluetoothAdapter)
+{
+    using S = IBluetoothAdapterStatics;
+    using I = platform::IBluetoothAdapter;
+    ExpectSlots(6, 8, &S::GetDeviceSelector, &S::FromIdAsync, &S::GetDefaultAsync);
+    ExpectSlots(6, 13, &I::get_DeviceId, &I::get_BluetoothAddress, &I::get_IsClassicSupported,
+                &I::get_IsLowEnergySupported, &I::get_IsPeripheralRoleSupported, &I::get_IsCentralRoleSupported,
+                &I::get_IsAdvertisementOffloadSupported, &I::GetRadioAsync);
+}
+
+TEST(AbiSlots, Radio)
+{
+    using I = platform::IRadio;
+    ExpectSlots(6, 11, &I::SetStateAsync, &I::add_StateChanged, &I::remove_StateChanged, &I::get_State, &I::get_Name,
+                &I::get_Kind);
 }
