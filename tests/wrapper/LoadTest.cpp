@@ -21,7 +21,6 @@ namespace
         return std::filesystem::path(path).parent_path();
     }
 
-    // Under another name its file is another module.
     std::filesystem::path const library = BinFolder() / "vorlink.dll";
 
     template <typename Function>
@@ -146,18 +145,18 @@ TEST(Load, ALibraryOnceLoadedKeepsBoth)
 TEST(Version, OfBothAsNumbersAndText)
 {
     vorlink_version_number wrapper{};
-    vorlink_version_number library = {9, 9, 9, "9"};
-    EXPECT_EQ(vorlink_version(&wrapper, &library), VORLINK_OK);
+    vorlink_version_number loaded = {9, 9, 9, "9"};
+    EXPECT_EQ(vorlink_version(&wrapper, &loaded), VORLINK_OK);
     EXPECT_STREQ(wrapper.text, VORLINK_VERSION);
     EXPECT_EQ(std::to_string(wrapper.major) + "." + std::to_string(wrapper.minor) + "." + std::to_string(wrapper.patch),
               VORLINK_VERSION);
-    EXPECT_STREQ(library.text, "") << "not loaded yet";
-    EXPECT_EQ(library.major + library.minor + library.patch, 0u);
+    EXPECT_STREQ(loaded.text, "") << "not loaded yet";
+    EXPECT_EQ(loaded.major + loaded.minor + loaded.patch, 0u);
 
     Open();
-    EXPECT_EQ(vorlink_version(nullptr, &library), VORLINK_OK);
-    EXPECT_STREQ(library.text, VORLINK_VERSION);
-    EXPECT_EQ(library.major, wrapper.major);
-    EXPECT_EQ(library.minor, wrapper.minor);
-    EXPECT_EQ(library.patch, wrapper.patch);
+    EXPECT_EQ(vorlink_version(nullptr, &loaded), VORLINK_OK);
+    EXPECT_STREQ(loaded.text, VORLINK_VERSION);
+    EXPECT_EQ(loaded.major, wrapper.major);
+    EXPECT_EQ(loaded.minor, wrapper.minor);
+    EXPECT_EQ(loaded.patch, wrapper.patch);
 }
