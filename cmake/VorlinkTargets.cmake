@@ -43,6 +43,15 @@ if(WIN32)
                                                         _WIN32_WINNT=0x0A00)
 endif()
 
+# A host includes the public headers by their installed names, <vorlink/Vorlink.h>, also where nothing is installed.
+set(vorlink_public_headers ${PROJECT_SOURCE_DIR}/interface/Vorlink.h ${PROJECT_SOURCE_DIR}/interface/vorlink_c.h
+                           ${PROJECT_SOURCE_DIR}/simulator/VorlinkSimulator.h)
+foreach(header IN LISTS vorlink_public_headers)
+  cmake_path(GET header FILENAME name)
+  configure_file(${header} ${PROJECT_BINARY_DIR}/include/vorlink/${name} COPYONLY)
+endforeach()
+set(vorlink_include_dirs $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}> $<BUILD_INTERFACE:${PROJECT_BINARY_DIR}/include>)
+
 # Exposes one folder of header-only library and, to a cross compiler, nothing beside it: /usr/include itself belongs
 # to the build machine's own C library.
 function(vorlink_header_only_library target folder header)

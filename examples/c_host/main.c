@@ -1,5 +1,5 @@
 /* A host in C: pairs one device by its name, unpairs it again, and prints both outcomes. */
-#include "interface/vorlink_c.h"
+#include <vorlink/vorlink_c.h>
 
 #include <windows.h>
 #include <stdio.h>

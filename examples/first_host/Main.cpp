@@ -1,5 +1,5 @@
 // A first host program: pairs one device by its name and prints the outcome.
-#include "interface/Vorlink.h"
+#include <vorlink/Vorlink.h>
 
 #include <cstdio>
 #include <future>
