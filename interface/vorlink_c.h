@@ -111,7 +111,7 @@ extern "C"
     /* From now on calls back no more for what this handle has begun of this kind; another may then begin. Neither the
        pairing nor the watcher is stopped. Read rule 6 before beginning another pairing.
 
-       VORLINK_STILL_RUNNING: done, but a callback of this kind runs at this very moment (it may be the caller), or the
+       VORLINK_STILL_RUNNING: done, but a callback of this kind runs at this very moment, perhaps the caller, or the
        search of vorlink_pair or vorlink_unpair does, which lasts until that function returns. The context has to stay
        until it has returned; after VORLINK_OK it can go. */
     VORLINK_C_API int32_t VORLINK_C_CALL vorlink_forget(vorlink_t* vorlink, int32_t operation);

@@ -1,10 +1,10 @@
 // The functions of vorlink_c.h.
 #include "wrapper/Failure.h"
+#include "wrapper/Handles.h"
 #include "wrapper/Library.h"
-#include "wrapper/Operations.h"
+#include "wrapper/Pairings.h"
+#include "wrapper/Phones.h"
 #include "wrapper/Text.h"
-
-#include <utility>
 
 using namespace wrapper;
 

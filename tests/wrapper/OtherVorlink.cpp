@@ -1,5 +1,7 @@
 // A vorlink.dll by its export, which no host may call.
+#include <cstdlib>
+
 extern "C" __declspec(dllexport) void getVorlinkPtr()
 {
-    __builtin_trap();
+    std::abort();
 }
