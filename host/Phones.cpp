@@ -31,9 +31,8 @@ namespace host
             }
         }
 
-        Outcome List(Options const& options, Session& session, Progress& progress)
+        Outcome List(Options const& options, Session& session, Interruption const& interruption, Progress& progress)
         {
-            Interruption const interruption;
             std::size_t count = 0;
             auto const end = SearchPhones(
                 session, interruption, Clock::now() + std::chrono::seconds(options.timeoutSeconds),
@@ -49,12 +48,13 @@ namespace host
 
         ExitCode RunPhones(Options const& options)
         {
+            Interruption const interruption;
             Progress progress("Looking for devices to pair", options.output.quiet);
             Session session(options.log);
             Outcome outcome;
             try
             {
-                outcome = List(options, session, progress);
+                outcome = List(options, session, interruption, progress);
             }
             catch (...)
             {
