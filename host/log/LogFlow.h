@@ -29,7 +29,7 @@ namespace host
         {"unpair", "Unpairing", 0, "no device was found, or the platform refused or has not answered"},
         {"phones", "Search for phones", 25'000, "the program has ended before the search"},
         {"learn", "Learning the LE side", 10'000, "the program has ended before, or the listing did not come"},
-        {"search", "Search", 0, ""},
+        {"search", "Lone search", 0, ""},
         {"other", "Other", 0, ""},
     };
 

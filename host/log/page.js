@@ -188,10 +188,10 @@
     if (focused !== undefined) canvas.querySelector('[data-run="' + focused + '"]')?.focus({ preventScroll: true });
   };
 
-  const setScale = (wanted) => {
+  const setScale = (wanted, width = scroll.clientWidth) => {
     const middle = (scroll.scrollLeft + scroll.clientWidth / 2) / scale;
-    scale = clampScale(wanted);
-    canvas.style.width = Math.max(scroll.clientWidth, whole * scale) + 'px';
+    scale = wanted;
+    canvas.style.width = Math.max(width, whole * scale) + 'px';
     scroll.scrollLeft = middle * scale - scroll.clientWidth / 2;
     drawTimeline();
   };
@@ -440,10 +440,10 @@
     }
   });
   scroll.addEventListener('scroll', () => requestAnimationFrame(drawTimeline));
-  byId('in').addEventListener('click', () => setScale(scale * 2));
-  byId('out').addEventListener('click', () => setScale(scale / 2));
-  byId('fit').addEventListener('click', () => setScale(0));
-  window.addEventListener('resize', () => setScale(scale));
+  byId('in').addEventListener('click', () => setScale(clampScale(scale * 2)));
+  byId('out').addEventListener('click', () => setScale(clampScale(scale / 2)));
+  byId('fit').addEventListener('click', () => setScale(fitScale()));
+  window.addEventListener('resize', () => setScale(clampScale(scale)));
   const apply = () => {
     readHash();
     applyFilter();
@@ -454,13 +454,20 @@
 
   // On paper there is no scrolling.
   const mostOnPaper = 5000;
+  const paperWidth = 560; // of A4 and Letter, beside the lanes' names
+  let scaleBefore = 1;
   window.addEventListener('beforeprint', () => {
-    setScale(0);
+    scaleBefore = scale;
+    setScale(paperWidth / whole, paperWidth);
     for (const piece of pieces.slice(0, mostOnPaper / rowsAPiece)) fill(piece);
     for (const piece of pieces.slice(mostOnPaper / rowsAPiece)) empty(piece, 0);
     if (shown.length > mostOnPaper) byId('count').textContent += ', the first ' + mostOnPaper + ' printed';
   });
+  window.addEventListener('afterprint', () => {
+    setScale(scaleBefore);
+    applyFilter();
+  });
 
-  setScale(Math.max(fitScale(), 0.012));
+  setScale(clampScale(0.012));
   apply();
 })();
