@@ -7,7 +7,8 @@
 //    VORLINK_SCENARIO names, or as the built-in default scenario when the variable is unset or empty. While
 //    that file is faulty or missing, which standard error tells, no watcher can be made (E_INVALIDARG).
 //    VORLINK_SIMULATOR_STATE may name a file that keeps which endpoints are paired: read with that first
-//    scenario, written after each change. A faulty one is told on standard error and ignored.
+//    scenario, and each change is noted in it, also by several processes at once. A faulty one is told on standard
+//    error, ignored and left as it is.
 // 2. Texts are UTF-8 and zero-terminated. An endpoint is named by its platform identifier
 //    ("Bluetooth#Bluetooth<adapter>-<device>" or "BluetoothLE#BluetoothLE<adapter>-<device>").
 // 3. Verbs that can be wrong return 1 when they took effect and 0 when they did not;

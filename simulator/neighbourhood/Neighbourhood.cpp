@@ -1,9 +1,9 @@
 #include "simulator/neighbourhood/Neighbourhood.h"
 
 #include "simulator/neighbourhood/Operation.h"
-#include "simulator/neighbourhood/StateFile.h"
 #include "simulator/neighbourhood/WatcherRun.h"
 #include "simulator/scenario/FirstScenario.h"
+#include "simulator/scenario/StateFile.h"
 
 #include <algorithm>
 #include <functional>
@@ -45,6 +45,16 @@ namespace simulator
                 cancellations.push_back(operation->cancel);
             }
             return cancellations;
+        }
+
+        PairingState StateOf(Neighbourhood const& neighbourhood)
+        {
+            PairingState state;
+            for (auto const& neighbour : neighbourhood.neighbours)
+            {
+                state[neighbour.endpoint.id] = IsTrue(neighbour.endpoint.properties, isPairedProperty);
+            }
+            return state;
         }
 
         template <typename Refill>
@@ -114,7 +124,7 @@ namespace simulator
         }
         if (pairingChanged)
         {
-            SavePairingState(neighbourhood);
+            ChangeStateFile(happening.id, StateOf(neighbourhood));
         }
         for (auto const& run : neighbourhood.runs)
         {

@@ -3,7 +3,6 @@
 
 #include "simulator/scenario/Scenario.h"
 
-#include <filesystem>
 #include <string>
 
 namespace simulator
@@ -11,11 +10,8 @@ namespace simulator
     struct FirstScenario
     {
         Scenario scenario;
-        std::string fault; // "file:line: reason"; the scenario is empty then
+        std::string fault; // all of them, one a line; the scenario is empty then
     };
-
-    // Where the pairing state is kept from one process to the next; empty when it is not.
-    std::filesystem::path StateFile();
 
     // The file that VORLINK_SCENARIO names, or the built-in default, with the pairing state of the state file. A
     // fault of either file goes to standard error.

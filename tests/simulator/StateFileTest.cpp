@@ -59,6 +59,14 @@ TEST_F(StateFile, HoldsEveryEndpointAfterAPairing)
     EXPECT_EQ(Read(), std::string("paired ") + speaker + "\nunpaired " + lamp + "\npaired " + mouse + "\n");
 }
 
+TEST_F(StateFile, KeepsWhatItSaysOfOthers)
+{
+    Write(std::string("paired elsewhere\npaired ") + speaker + "\nunpaired " + mouse + "\n");
+    EXPECT_EQ(Pairer(speaker).Pair(), 0) << "this process has not read it";
+    EXPECT_EQ(Read(),
+              std::string("paired ") + speaker + "\nunpaired " + lamp + "\nunpaired " + mouse + "\npaired elsewhere\n");
+}
+
 TEST_F(StateFile, IsReadAtTheBeginning)
 {
     EXPECT_EQ(Pairer(speaker).Pair(), 0);
@@ -97,6 +105,8 @@ TEST_F(StateFile, NamesItsFaultAndIsIgnoredThen)
                 HasSubstr("state.txt:2: 'paired' or 'unpaired' and an identifier are expected"));
     EXPECT_FALSE(IsPaired(FindDevice(speaker)));
     EXPECT_TRUE(IsPaired(FindDevice(mouse))) << "the scenario itself stands";
+    EXPECT_EQ(Pairer(speaker).Pair(), 0);
+    EXPECT_EQ(Read(), std::string("paired ") + speaker + "\nnonsense\n") << "for whoever mends it";
 }
 
 TEST_F(StateFile, ThatCannotBeWrittenIsTold)
@@ -104,5 +114,10 @@ TEST_F(StateFile, ThatCannotBeWrittenIsTold)
     std::filesystem::create_directory(state);
     testing::internal::CaptureStderr();
     EXPECT_EQ(Pairer(speaker).Pair(), 0);
-    EXPECT_THAT(testing::internal::GetCapturedStderr(), HasSubstr("VORLINK_SIMULATOR_STATE"));
+    EXPECT_THAT(testing::internal::GetCapturedStderr(), HasSubstr("state.txt:0: the file cannot be opened"));
+    SetEnvironmentVariableW(L"VORLINK_SIMULATOR_STATE", L"no\\such\\folder.txt");
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(UnpairOutcome(BeginUnpair(FindDevice(speaker))), 0);
+    EXPECT_THAT(testing::internal::GetCapturedStderr(),
+                HasSubstr("the file that VORLINK_SIMULATOR_STATE names cannot be written"));
 }
