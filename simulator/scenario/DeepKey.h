@@ -8,7 +8,7 @@ namespace simulator
 {
     inline constexpr std::size_t mostKeyParts = 32;
 
-    // The line of TOML's first key that has more parts ("a.b.c" has three). To take apart what such keys nest costs the
-    // stack so much a part that some hundred thousand end the process.
+    // The line of TOML's first key that has more parts ("a.b.c" has three). Tables that are nested are destroyed by
+    // recursion: on Windows, whose stack is small, some ten thousand end the process.
     std::optional<std::size_t> FindDeepKey(std::string_view toml);
 } // namespace simulator
