@@ -15,6 +15,8 @@
 #include <algorithm>
 #include <exception>
 #include <filesystem>
+#include <sstream>
+#include <string_view>
 #include <system_error>
 
 namespace host
@@ -157,18 +159,18 @@ namespace host
             return {{check, Verdict::Ok, file.empty() ? "the simulator's own: VORLINK_SCENARIO names none" : name, {}}};
         }
 
-        // Without the simulator's name before each fault, in one line.
-        std::string FaultsOf(std::string text)
+        // In one line, without the simulator's name before each.
+        std::string FaultsOf(std::string const& complaint)
         {
             constexpr std::string_view mark = "vorlink_simulator: ";
-            for (auto at = text.find(mark); at != std::string::npos; at = text.find(mark))
+            std::istringstream lines(complaint);
+            std::string faults;
+            for (std::string line; std::getline(lines, line);)
             {
-                text.erase(at, mark.size());
+                line.erase(line.find_last_not_of('\r') + 1);
+                faults.append(faults.empty() ? "" : "; ").append(line, line.starts_with(mark) ? mark.size() : 0);
             }
-            std::erase(text, '\r');
-            text.erase(text.find_last_not_of('\n') + 1);
-            std::ranges::replace(text, '\n', ' ');
-            return text;
+            return faults;
         }
 
         void CheckPlatformAndSearch(Findings& findings)

@@ -4,6 +4,7 @@
 #include "host/doctor/Finding.h"
 
 #include <winrt/Windows.Devices.Bluetooth.h>
+#include <winrt/Windows.Devices.Radios.h>
 
 #include <string>
 #include <vector>

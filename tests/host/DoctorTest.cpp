@@ -91,14 +91,15 @@ TEST(Doctor, IsSpareWithWordsWhenQuiet)
 
 TEST(Doctor, TellsTheSimulatorsWordsOfAFaultyScenario)
 {
-    UseScenario("[[device]]\naddress = 12\n");
+    UseScenario("[[device]]\naddress = 12\nadress = 'x'\n");
     auto const result = RunVorlinkctl({"doctor", "--json"});
     EXPECT_EQ(result.exitCode, 1u);
     EXPECT_THAT(result.error, IsEmpty());
     auto checks = Examine(result);
     EXPECT_EQ(checks["scenario"]["verdict"], "problem");
     EXPECT_THAT(std::string(checks["scenario"]["text"]),
-                AllOf(HasSubstr("scenario.toml:2: 'address'"), Not(HasSubstr("\n"))));
+                AllOf(HasSubstr("scenario.toml:2: 'address'"), HasSubstr("; "), HasSubstr("scenario.toml:3: 'adress'"),
+                      Not(HasSubstr("vorlink_simulator"))));
     EXPECT_THAT(std::string(checks["scenario"]["hint"]), HasSubstr("nothing is wrong with the radio"));
     EXPECT_EQ(checks["search"]["verdict"], "problem");
     EXPECT_THAT(std::string(checks["search"]["text"]), HasSubstr("0x80070057"));
