@@ -2,6 +2,7 @@
 #include "host/Commands.h"
 #include "host/DataFile.h"
 #include "host/Library.h"
+#include "host/Report.h"
 #include "host/Terminal.h"
 #include "host/Text.h"
 #include "host/WideText.h"
@@ -49,32 +50,27 @@ namespace host
             {
                 throw std::runtime_error("There is no file " + Harmless(options.file) + ".");
             }
-            auto const text = ReadFileText(path);
-            if (text.find('\0') != std::string::npos)
+            auto const scenario = ReadFileText(path);
+            if (scenario.find('\0') != std::string::npos)
             {
                 throw std::runtime_error(Harmless(options.file) + " is no text: it holds zero bytes.");
             }
-            auto const faults = Check(text, options.file);
+            auto const faults = Check(scenario, options.file);
             std::istringstream lines(faults);
             std::size_t count = 0;
             for (std::string line; std::getline(lines, line); ++count)
             {
                 options.output.json ? PrintJson(FaultOf(line, options.file)) : Print(Harmless(line) + "\n");
             }
-            auto const code = count == 0 ? ExitCode::Done : ExitCode::Failed;
-            if (options.output.json)
-            {
-                PrintJson({{"event", "outcome"},
-                           {"command", "scenario"},
-                           {"outcome", count == 0 ? "Sound" : "Faulty"},
-                           {"exit_code", static_cast<int>(code)},
-                           {"count", count}});
-            }
-            else if (count == 0)
-            {
-                Print(Coloured(Colour::Good, "No fault") + " in " + Harmless(options.file) + ".\n");
-            }
-            return code;
+            auto const text =
+                count == 0 ? "No fault in " : std::to_string(count) + (count == 1 ? " fault in " : " faults in ");
+            return PrintOutcome({count == 0 ? ExitCode::Done : ExitCode::Failed,
+                                 count == 0 ? "Sound" : "Faulty",
+                                 text + Harmless(options.file) + ".",
+                                 {},
+                                 {},
+                                 {{"count", count}}},
+                                "scenario check", options.output);
         }
     } // namespace
 

@@ -129,7 +129,7 @@ namespace host
                             Counted(devices.size()) + ", " + std::to_string(paired) + " paired.",
                             {},
                             {},
-                            {{"count", devices.size()}, {"paired", paired}, {"complete", complete}}};
+                            {{"count", devices.size()}, {"paired_count", paired}, {"complete", complete}}};
             if (devices.empty())
             {
                 outcome.code = ExitCode::NotFound;

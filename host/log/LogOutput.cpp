@@ -98,7 +98,7 @@ namespace host
         json["event"] = "record";
         json["time"] = hasTime ? Json(record.time) : Json();
         json["ms"] = hasTime ? Json(record.milliseconds) : Json();
-        json["sinceMs"] = entry.inLog ? Json(*entry.inLog) : Json();
+        json["since_ms"] = entry.inLog ? Json(*entry.inLog) : Json();
         json["line"] = hasTime ? Json(record.line) : Json();
         json["function"] = hasTime ? Json(record.function) : Json();
         json["flow"] = TraitsOf(entry.flow).word;

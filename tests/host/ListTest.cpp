@@ -123,7 +123,7 @@ TEST(List, OfJsonIsAnObjectADevice)
     EXPECT_EQ(objects[2]["event"], "outcome");
     EXPECT_EQ(objects[2]["exit_code"], 0);
     EXPECT_EQ(objects[2]["count"], 2);
-    EXPECT_EQ(objects[2]["paired"], 1);
+    EXPECT_EQ(objects[2]["paired_count"], 1);
     EXPECT_EQ(objects[2]["complete"], true);
 }
 
