@@ -19,6 +19,7 @@ namespace host
         {
             OutputOptions output;
             std::string status;
+            bool markdown = false;
         };
 
         char const* NameOf(Family family)
@@ -75,6 +76,19 @@ namespace host
             Print(Indented(NewSentence(meaning.meaning)) + Indented(std::string(meaning.next)));
         }
 
+        // For documents.
+        void PrintMarkdown()
+        {
+            Print("| outcome | exit code | meaning | what to do next |\n| --- | --- | --- | --- |\n");
+            for (auto const& meaning : Meanings())
+            {
+                auto const number = meaning.value < 0 ? "" : " (" + std::to_string(meaning.value) + ")";
+                Print("| `" + std::string(meaning.name) + "`" + number + " | " +
+                      std::to_string(static_cast<int>(meaning.code)) + " | " + NewSentence(meaning.meaning) + " | " +
+                      std::string(meaning.next) + " |\n");
+            }
+        }
+
         bool IsNamed(Meaning const& meaning, std::string const& name)
         {
             return std::ranges::equal(meaning.name, name, [](char one, char other) {
@@ -107,6 +121,11 @@ namespace host
 
         ExitCode RunExplain(Options const& options)
         {
+            if (options.markdown)
+            {
+                PrintMarkdown();
+                return ExitCode::Done;
+            }
             char const* title = nullptr;
             for (auto const& meaning : Meanings())
             {
@@ -133,6 +152,7 @@ namespace host
             ->option_text(" ")
             ->transform(WithoutType)
             ->check(CLI::Validator(NotAStatus, ""));
+        command.app.add_flag("--markdown", command.options.markdown, "All of them as a table for a document");
         SetFooter(command.app, {"explain", "explain ConnectionRejected"});
     }
 } // namespace host

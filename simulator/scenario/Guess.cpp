@@ -20,6 +20,9 @@ namespace simulator
         // Counts no further than the limit, and says one more then.
         std::size_t Distance(std::string_view one, std::string_view other, std::size_t limit)
         {
+            auto const [left, right] = std::ranges::mismatch(one, other, {}, ToLower, ToLower);
+            one.remove_prefix(static_cast<std::size_t>(left - one.begin()));
+            other.remove_prefix(static_cast<std::size_t>(right - other.begin()));
             std::vector<std::size_t> beforeLast;
             std::vector<std::size_t> last;
             std::vector<std::size_t> row(other.size() + 1);
@@ -30,8 +33,8 @@ namespace simulator
                 row[0] = i;
                 for (std::size_t j = 1; j <= other.size(); ++j)
                 {
-                    auto const same = [&](std::size_t left, std::size_t right) {
-                        return ToLower(one[left - 1]) == ToLower(other[right - 1]);
+                    auto const same = [&](std::size_t at, std::size_t otherAt) {
+                        return ToLower(one[at - 1]) == ToLower(other[otherAt - 1]);
                     };
                     row[j] = std::min({last[j - 1] + (same(i, j) ? 0 : 1), last[j] + 1, row[j - 1] + 1});
                     if (i > 1 && j > 1 && same(i, j - 1) && same(i - 1, j))
