@@ -3,7 +3,7 @@
 // The rules of the boundary:
 //
 // 1. Toolchain. Library and host are built with the same compiler and standard library, in the same
-//    version and mode: std::string and std::unique_ptr cross the boundary by value.
+//    version and mode: std::string and std::unique_ptr cross the boundary by value. Others go by vorlink_c.h.
 // 2. Ownership. The host owns the object behind getVorlinkPtr. Releasing it frees its storage and runs no
 //    code of the library: nothing is stopped, nothing is waited for. Callbacks are plain functions that the
 //    host keeps callable until their last call; none is tested for null.

@@ -62,7 +62,7 @@ extern "C"
         VORLINK_BUSY = 6,              /* a pairing or an unpairing lasts: see rule 5 */
         VORLINK_NO_THREAD = 7,         /* the system gave the library no thread */
         VORLINK_UNKNOWN_FAILURE = 8,   /* of a kind that this version does not know */
-        VORLINK_STILL_RUNNING = 9      /* done, but a callback has not returned yet: see vorlink_forget */
+        VORLINK_STILL_RUNNING = 9      /* done, but a callback or a search still runs: see vorlink_forget */
     };
 
     /* What vorlink_forget forgets. */
@@ -146,7 +146,8 @@ extern "C"
                                                                      int32_t* started);
 
     /* Pairs a device of exactly this name that the phone watcher has seen. Reports as vorlink_pair does. A moment after
-       the watcher's callback for it has returned it can be found, inside it not yet. Stands for IosPairedDevicce. */
+       the watcher's callback for it has returned it can be found, inside it not yet. When a device leaves at the very
+       moment, fails with E_BOUNDS (0x8000000B), which a second call gets over. Stands for IosPairedDevicce. */
     VORLINK_C_API int32_t VORLINK_C_CALL vorlink_pair_phone(vorlink_t* vorlink, char const* name,
                                                             vorlink_pair_callback callback, void* context);
 

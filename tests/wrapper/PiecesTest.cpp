@@ -1,8 +1,10 @@
-// The wrapper's pieces, of the static library.
+// The wrapper as a part of the program, and its pieces.
 #include "wrapper/Failure.h"
 #include "wrapper/Text.h"
 
 #include <gmock/gmock.h>
+
+#include <windows.h>
 
 #include <algorithm>
 #include <new>
@@ -73,4 +75,13 @@ TEST(IsUtf8, RefusesWhatIsNot)
     {
         EXPECT_FALSE(IsUtf8(text));
     }
+}
+
+TEST(StaticWrapper, LoadsTheLibraryBesideTheProgram)
+{
+    vorlink_t* vorlink = nullptr;
+    ASSERT_EQ(vorlink_open(&vorlink), VORLINK_OK) << vorlink_last_error();
+    EXPECT_FALSE(GetModuleHandleW(L"vorlink_c.dll"));
+    EXPECT_TRUE(GetModuleHandleW(L"vorlink.dll"));
+    EXPECT_EQ(vorlink_close(vorlink), VORLINK_OK);
 }

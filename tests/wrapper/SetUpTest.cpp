@@ -5,6 +5,12 @@
 
 #include <gmock/gmock.h>
 
+#include <array>
+#include <atomic>
+#include <cstddef>
+#include <set>
+#include <thread>
+
 using namespace test;
 
 TEST(SetUp, InitializeAnswersAsTheLibraryDoes)
@@ -41,4 +47,31 @@ TEST(SetUp, EachHandleIsAnotherOne)
     EXPECT_EQ(vorlink_close(first), VORLINK_OK);
     EXPECT_EQ(vorlink_uninitialize(second), VORLINK_OK);
     EXPECT_EQ(vorlink_close(second), VORLINK_OK);
+}
+
+TEST(SetUp, ManyThreadsMayBeTheFirstToOpen)
+{
+    constexpr std::size_t count = 16;
+    std::array<vorlink_t*, count> handles{};
+    std::array<std::thread, count> threads;
+    std::atomic<bool> go = false;
+    for (std::size_t i = 0; i < count; ++i)
+    {
+        threads.at(i) = std::thread([&, i] {
+            while (!go)
+            {
+            }
+            EXPECT_EQ(vorlink_open(&handles.at(i)), VORLINK_OK);
+        });
+    }
+    go = true;
+    for (auto& thread : threads)
+    {
+        thread.join();
+    }
+    EXPECT_EQ(std::set<vorlink_t*>(handles.begin(), handles.end()).size(), count);
+    for (auto* const handle : handles)
+    {
+        EXPECT_EQ(vorlink_close(handle), VORLINK_OK);
+    }
 }
