@@ -75,6 +75,20 @@ TEST(Errors, ThePhoneWatchersFailureIsACode)
     EXPECT_TRUE(phones.WaitFor(1));
 }
 
+TEST(Errors, APhonesFailureIsACodeAndLeavesNothing)
+{
+    Load(patient + Device("Tag", tagAddress, pairsAtOnce));
+    auto* const vorlink = Open();
+    ASSERT_EQ(Watch(vorlink), VORLINK_OK);
+    ASSERT_TRUE(WaitIdle());
+    ASSERT_TRUE(SimulateFailure("DeviceInformation.get_Name", platformCode)) << SimulatorLastError();
+    EXPECT_EQ(vorlink_pair_phone(vorlink, "Tag", OnPaired, &pairs), VORLINK_PLATFORM_FAILURE);
+    EXPECT_EQ(vorlink_last_hresult(), platformCode);
+    EXPECT_EQ(pairs.Count(), 0u);
+    EXPECT_EQ(vorlink_pair_phone(vorlink, "Tag", OnPaired, &pairs), VORLINK_OK) << vorlink_last_error();
+    EXPECT_TRUE(pairs.WaitFor(1));
+}
+
 TEST(Errors, MemoryHasACodeOfItsOwn)
 {
     Load(prompt);
