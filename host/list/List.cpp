@@ -152,10 +152,10 @@ namespace host
             return outcome;
         }
 
-        // Without one in the last column, which would begin another line.
+        // A character in a console's last column would begin another line. Who reads a pipe or a file wants all.
         std::size_t RoomForTable()
         {
-            return OutputColumns() - 1;
+            return OutputIsConsole() ? OutputColumns() - 1 : 1000;
         }
 
         void PrintTable(std::vector<Device> const& devices)
