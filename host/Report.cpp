@@ -3,6 +3,7 @@
 #include "host/Terminal.h"
 #include "host/Text.h"
 
+#include <optional>
 #include <sstream>
 
 namespace host
@@ -14,25 +15,23 @@ namespace host
             return code == ExitCode::Done ? Colour::Good : code == ExitCode::Failed ? Colour::Bad : Colour::Caution;
         }
 
-        // A sentence or two, as a paragraph where somebody reads it.
-        void PrintParagraph(std::string const& text)
+        // A sentence or two, as a paragraph where somebody reads it. The words before the first colon or quotation mark
+        // say what came of it.
+        void PrintParagraph(std::string const& text, std::optional<Colour> colourOfHead = std::nullopt)
         {
-            Print((OutputIsConsole() ? WrapColumns(text, OutputColumns() - 1) : text) + "\n");
+            auto const wrapped = OutputIsConsole() ? WrapColumns(text, OutputColumns() - 1) : text;
+            auto const end = colourOfHead ? wrapped.find_first_of(":\"") : std::string::npos;
+            Print((end == std::string::npos ? wrapped
+                                            : Coloured(*colourOfHead, wrapped.substr(0, end)) + wrapped.substr(end)) +
+                  "\n");
         }
 
         void PrintWarnings(std::vector<std::string> const& warnings)
         {
             for (auto const& warning : warnings)
             {
-                PrintParagraph(Coloured(Colour::Caution, "Warning:") + " " + warning);
+                PrintParagraph("Warning: " + warning, Colour::Caution);
             }
-        }
-
-        // The words before the first colon or quotation mark say what came of it.
-        std::string WithColouredHead(std::string const& text, Colour colour)
-        {
-            auto const end = text.find_first_of(":\"");
-            return end == std::string::npos ? text : Coloured(colour, text.substr(0, end)) + text.substr(end);
         }
     } // namespace
 
@@ -48,7 +47,7 @@ namespace host
             PrintJson(object);
             return outcome.code;
         }
-        PrintParagraph(WithColouredHead(outcome.text, ColourOf(outcome.code)));
+        PrintParagraph(outcome.text, ColourOf(outcome.code));
         PrintWarnings(outcome.warnings);
         if (!options.quiet && !outcome.next.empty())
         {
