@@ -73,7 +73,7 @@ namespace host
         {
             constexpr std::size_t step = 1 << 20;
             std::string text;
-            text.reserve(static_cast<std::size_t>(size));
+            text.reserve(static_cast<std::size_t>(size) + step); // for the last step, which finds nothing more
             while (file)
             {
                 auto const before = text.size();
