@@ -50,6 +50,9 @@
   };
   const counted = (count, word) => count.toLocaleString('en') + ' ' + word + (count === 1 ? '' : 's');
 
+  const isOneDay = new Set(runs.map((run) => day(run.begin))).size < 2;
+  const stamp = (ms) => (isOneDay ? '' : day(ms) + ' ') + clock(ms);
+
   // The time line: what lasts longer than `longest` without a record is drawn as long as that, and marked.
   const longest = 5000;
   const times = Float64Array.from([...records.filter((record) => record.ms !== null).map((record) => record.ms),
@@ -115,7 +118,7 @@
     button.style.left = run.left * scale + 'px';
     button.style.width = width + 'px';
     button.title = run.title + ': ' + run.text + '\n' + day(run.begin) + ' ' + exact(run.begin);
-    button.setAttribute('aria-label', clock(run.begin) + ' ' + run.title + ': ' + run.text);
+    button.setAttribute('aria-label', stamp(run.begin) + ' ' + run.title + ': ' + run.text);
     button.tabIndex = run === (chosen || walk[0]) ? 0 : -1;
     button.dataset.run = run.index;
     button.classList.toggle('chosen', run === chosen);
@@ -162,11 +165,15 @@
     }
     // A time at each pause's end, and in what is long without one.
     let free = -Infinity;
+    let shownDay = '';
     const tick = (place) => {
       if (place < free || place < from || place > Math.min(to, extent)) return;
-      const label = axis.appendChild(make('div', 'tick', scale > 0.13 ? exact(timeAt(place)) : clock(timeAt(place))));
+      const time = timeAt(place);
+      const date = isOneDay || day(time) === shownDay ? '' : day(time) + ' ';
+      shownDay = day(time);
+      const label = axis.appendChild(make('div', 'tick', date + (scale > 0.13 ? exact(time) : clock(time))));
       label.style.left = place * scale + 'px';
-      free = place + 90 / scale;
+      free = place + (date ? 160 : 90) / scale;
     };
     axis.replaceChildren();
     const step = 130 / scale;
@@ -379,7 +386,7 @@
   ].filter(Boolean).join(' · ');
   open.sort((a, b) => (b.until - b.begin) - (a.until - a.begin));
   for (const run of open.slice(0, 12)) {
-    const button = make('button', '', clock(run.begin) + ' ' + run.title + ' · ' + run.text);
+    const button = make('button', '', stamp(run.begin) + ' ' + run.title + ' · ' + run.text);
     button.type = 'button';
     button.addEventListener('click', () => showRun(run, true));
     byId('open').appendChild(make('li')).appendChild(button);
