@@ -132,8 +132,8 @@ namespace host
         auto const end = DescribeEnd(run);
         auto const columns = indent + Columns(run.title) + 2 + Columns(end);
         bool const fits = layout.columns == 0 || columns <= layout.columns;
-        auto const heading = "\n" + title + (fits ? ": " : "\n" + std::string(indent, ' ')) +
-                             Wrapped(end, indent, ToneOf(run.end), layout) + "\n";
+        auto heading = "\n" + title + (fits ? ": " : "\n" + std::string(indent, ' ')) +
+                       Wrapped(end, indent, ToneOf(run.end), layout) + "\n";
         if (run.end != LogEnd::None)
         {
             return heading;

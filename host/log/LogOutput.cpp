@@ -29,7 +29,7 @@ namespace host
             // Whether something was printed just now.
             bool Add(std::string_view text)
             {
-                constexpr std::size_t enough = 256 * 1024;
+                constexpr std::size_t enough = 262'144;
                 m_text += text;
                 if (m_text.size() < enough)
                 {

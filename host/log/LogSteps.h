@@ -25,13 +25,13 @@ namespace host
     struct LogStep
     {
         char const* function;
-        int line;            // 0: any
         char const* pattern; // of the message; "*" stands for any text
         LogFlow flow;
         LogPart part;
-        char const* meaning; // "{1}" stands for the pattern's first "*"
-        char const* outcome; // of the run; null where the step decides nothing
-        int name;            // which "*" is the name of the device that the run is about; 0: none
+        char const* meaning;           // "{1}" stands for the pattern's first "*"
+        char const* outcome = nullptr; // of the run; null where the step decides nothing
+        int name = 0;                  // which "*" is the name of the device that the run is about; 0: none
+        int line = 0;                  // where the pattern is not enough; 0: any
     };
 
     // Null for a message that the library has not got.

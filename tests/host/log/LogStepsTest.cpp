@@ -72,7 +72,7 @@ TEST(LogSteps, CutWhatIsNoName)
 
 TEST(LogTexts, AreWhatTheStarsStandFor)
 {
-    LogStep const step{"", 0, "a*b*", LogFlow::Other, LogPart::Goes, "", nullptr, 0};
+    LogStep const step{"", "a*b*", LogFlow::Other, LogPart::Goes, ""};
     EXPECT_EQ(LogTexts(step, "a1b2b3"), (std::vector<std::string_view>{"1", "2b3"}));
     EXPECT_EQ(LogTexts(step, "ab"), (std::vector<std::string_view>{"", ""}));
     EXPECT_TRUE(LogTexts(step, "a").empty());
