@@ -1,6 +1,7 @@
 // vorlinkctl doctor, from outside.
 #include "tests/host/ChildProcess.h"
 #include "tests/host/Neighbourhood.h"
+#include "tests/support/LogFile.h"
 #include "tests/support/ProcessEnd.h"
 
 #include <gmock/gmock.h>
@@ -132,6 +133,22 @@ TEST(Doctor, MissesTheLibrary)
     EXPECT_THAT(std::string(checks["library"]["text"]), StartsWith("There is no vorlink.dll in "));
     EXPECT_EQ(checks["library"]["hint"], "Put the vorlink.dll of the same build beside vorlinkctl.exe.");
     EXPECT_EQ(checks["platform"]["verdict"], "ok") << "it goes on";
+}
+
+TEST(Doctor, WarnsOfALibraryOfAnotherBuild)
+{
+    UseScenario(oneDevice);
+    auto const program = ProgramWith({"vorlink.dll", "vorlink_simulator.dll", "vorlinkctl.exe.manifest"});
+    auto library = ReadFile("apart/vorlink.dll");
+    // Behind its signature, and another word, the version resource has the minor and the major number.
+    auto const at = library.find("\xBD\x04\xEF\xFE");
+    ASSERT_NE(at, std::string::npos);
+    library[at + 10] = 9;
+    std::ofstream("apart/vorlink.dll", std::ios::binary) << library;
+    auto checks = Examine(RunChild(program, {"doctor", "--json"}));
+    EXPECT_EQ(checks["library"]["verdict"], "warning");
+    EXPECT_THAT(std::string(checks["library"]["text"]), StartsWith("vorlink.dll 9."));
+    EXPECT_THAT(std::string(checks["library"]["hint"]), HasSubstr("this vorlinkctl " VORLINK_VERSION));
 }
 
 TEST(Doctor, MissesTheSimulator)
