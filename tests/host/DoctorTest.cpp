@@ -99,8 +99,8 @@ TEST(Doctor, TellsTheSimulatorsWordsOfAFaultyScenario)
     auto checks = Examine(result);
     EXPECT_EQ(checks["scenario"]["verdict"], "problem");
     EXPECT_THAT(std::string(checks["scenario"]["text"]),
-                AllOf(HasSubstr("scenario.toml:2: 'address'"), HasSubstr("; "), HasSubstr("scenario.toml:3: 'adress'"),
-                      Not(HasSubstr("vorlink_simulator"))));
+                AllOf(HasSubstr("scenario.toml:2: 'address'"), HasSubstr("is expected; "),
+                      HasSubstr("scenario.toml:3: 'adress'"), Not(HasSubstr("vorlink_simulator"))));
     EXPECT_THAT(std::string(checks["scenario"]["hint"]), HasSubstr("nothing is wrong with the radio"));
     EXPECT_EQ(checks["search"]["verdict"], "problem");
     EXPECT_THAT(std::string(checks["search"]["text"]), HasSubstr("0x80070057"));
