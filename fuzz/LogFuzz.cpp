@@ -79,7 +79,7 @@ namespace
             {
                 auto const line = rest.substr(0, rest.find('\n'));
                 Require(Columns(line) <= columns);
-                Require(Harmless(line) == line || line.find('\\') != line.npos);
+                Require(Harmless(line) == line || line.find('\\') != std::string_view::npos);
                 rest.remove_prefix(line.size() + 1);
             }
         }

@@ -32,7 +32,7 @@ namespace
     std::size_t CountOf(std::string_view text, std::string_view part)
     {
         std::size_t count = 0;
-        for (auto at = text.find(part); at != text.npos; at = text.find(part, at + 1))
+        for (auto at = text.find(part); at != std::string_view::npos; at = text.find(part, at + 1))
         {
             ++count;
         }

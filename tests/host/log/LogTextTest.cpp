@@ -33,7 +33,7 @@ namespace
         std::string log;
         for (auto left = random() % 12; left != 0; --left)
         {
-            auto const piece = pieces[random() % pieces.size()];
+            auto const& piece = pieces[random() % pieces.size()];
             log += piece.substr(0, random() % 4 == 0 ? random() % piece.size() : piece.size());
         }
         return log;
