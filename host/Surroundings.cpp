@@ -36,8 +36,8 @@ namespace host
             // In the order of Among.
             constexpr wchar_t const* among[] = {
                 L"",
-                L" AND (System.Devices.Aep.CanPair:=System.StructuredQueryType.Boolean#True"
-                L" OR System.Devices.Aep.IsPaired:=System.StructuredQueryType.Boolean#True)",
+                (L" AND (System.Devices.Aep.CanPair:=System.StructuredQueryType.Boolean#True"
+                 L" OR System.Devices.Aep.IsPaired:=System.StructuredQueryType.Boolean#True)"),
                 L" AND System.Devices.Aep.IsPaired:=System.StructuredQueryType.Boolean#True",
             };
             return std::wstring(selector.protocol == Protocol::Le ? le : classic) +
@@ -238,6 +238,7 @@ namespace host
         std::vector<Seen> All() const
         {
             std::vector<Seen> all;
+            all.reserve(m_known.size());
             for (auto const& [id, known] : m_known)
             {
                 all.push_back(known.seen);

@@ -25,6 +25,7 @@ namespace
     std::vector<std::string> Texts(std::vector<Sighting> const& sightings)
     {
         std::vector<std::string> texts;
+        texts.reserve(sightings.size());
         for (auto const& [kind, device] : sightings)
         {
             texts.push_back(std::string(kind == Sighting::Kind::Added     ? "+"
