@@ -1,8 +1,10 @@
 #include "host/log/LogSteps.h"
 
+#include "host/Meanings.h"
 #include "host/Text.h"
 
 #include <algorithm>
+#include <deque>
 #include <iterator>
 #include <optional>
 
@@ -43,42 +45,6 @@ namespace host
              "it cannot be paired anew, and is paired"},
             {ceremony, "*     paired success*", Pair, Goes,
              "no success: the device was paired before; its address as a decimal number"},
-            {ceremony, "DevicePairingResultStatus::Paired", Pair, Succeeds, "the device is paired", "Paired"},
-            {ceremony, "DevicePairingResultStatus::NotReadyToPair", Pair, Fails,
-             "the device is not ready to pair: out of pairing mode?", "Not ready to pair"},
-            {ceremony, "DevicePairingResultStatus::NotPaired", Pair, Fails, "the device is not paired", "Not paired"},
-            {ceremony, "DevicePairingResultStatus::AlreadyPaired", Pair, Fails,
-             R"(the device was paired before, which the host hears as "not paired")", "Paired already"},
-            {ceremony, "DevicePairingResultStatus::ConnectionRejected", Pair, Fails,
-             "the device refused the connection", "Connection rejected"},
-            {ceremony, "DevicePairingResultStatus::TooManyConnections", Pair, Fails,
-             "the device has too many connections", "Too many connections"},
-            {ceremony, "DevicePairingResultStatus::HardwareFailure", Pair, Fails, "the adapter or the device failed",
-             "Hardware failure"},
-            {ceremony, "DevicePairingResultStatus::AuthenticationTimeout", Pair, Fails, "nobody confirmed in time",
-             "Authentication timed out"},
-            {ceremony, "DevicePairingResultStatus::AuthenticationNotAllowed", Pair, Fails,
-             "the device allows no such authentication", "Authentication not allowed"},
-            {ceremony, "DevicePairingResultStatus::AuthenticationFailure", Pair, Fails, "the keys did not agree",
-             "Authentication failed"},
-            {ceremony, "DevicePairingResultStatus::NoSupportedProfiles", Pair, Fails,
-             "the device has no profile that Windows knows", "No supported profiles"},
-            {ceremony, "DevicePairingResultStatus::ProtectionLevelCouldNotBeMet", Pair, Fails,
-             "the device cannot encrypt and authenticate", "Protection level not met"},
-            {ceremony, "DevicePairingResultStatus::AccessDenied", Pair, Fails, "Windows does not let the program pair",
-             "Access denied"},
-            {ceremony, "DevicePairingResultStatus::InvalidCeremonyData", Pair, Fails,
-             "what was exchanged makes no sense", "Invalid ceremony data"},
-            {ceremony, "DevicePairingResultStatus::PairingCanceled", Pair, Fails, "somebody cancelled the pairing",
-             "Cancelled"},
-            {ceremony, "DevicePairingResultStatus::RequiredHandlerNotRegistered", Pair, Fails,
-             "the device wants more than a confirmation, such as a PIN", "Wants more than a confirmation"},
-            {ceremony, "DevicePairingResultStatus::RejectedByHandler", Pair, Fails, "the library did not accept",
-             "Not accepted"},
-            {ceremony, "DevicePairingResultStatus::RemoteDeviceHasAssociation", Pair, Fails,
-             "the device holds a pairing with this PC that Windows has not", "The device has an old pairing"},
-            {ceremony, "DevicePairingResultStatus::Failed", Pair, Fails,
-             "the pairing failed, for no reason that Windows tells", "Failed"},
             {unpair, "Entery unpaired  name-> *", Unpair, Begins, R"(the host asks to unpair "{1}")", nullptr, 1},
             {unpair, "unpaired Classic Blueth,start unpaired ble device *", Unpair, Goes,
              "the Classic side, {1}, is unpaired; now the LE side"},
@@ -109,6 +75,27 @@ namespace host
             {learn, "add new succes  *", Learn, Settles, "the address is new, and is kept under the device's name",
              "Learnt {1}"},
         };
+
+        // A row for each status that the platform documents, in the words of their one table.
+        std::vector<LogStep> const& StatusSteps()
+        {
+            static std::deque<std::string> patterns;
+            static std::vector<LogStep> const rows = [] {
+                std::vector<LogStep> made;
+                for (auto const& meaning : Meanings())
+                {
+                    if (meaning.family == Family::Pairing)
+                    {
+                        patterns.push_back("DevicePairingResultStatus::" + std::string(meaning.name));
+                        // Both texts are literals.
+                        made.push_back({ceremony, patterns.back().c_str(), Pair, meaning.value == 0 ? Succeeds : Fails,
+                                        meaning.meaning.data(), meaning.name.data()});
+                    }
+                }
+                return made;
+            }();
+            return rows;
+        }
 
         std::optional<Texts> Match(std::string_view pattern, std::string_view text)
         {
@@ -161,11 +148,16 @@ namespace host
 
     LogStep const* FindLogStep(Record const& record)
     {
-        auto const* const found = std::ranges::find_if(steps, [&](LogStep const& step) {
+        auto const fits = [&](LogStep const& step) {
             return record.function == step.function && (step.line == 0 || record.line == step.line) &&
                    MatchMessage(step.pattern, record.message);
-        });
-        return found == std::end(steps) ? nullptr : found;
+        };
+        if (auto const* const found = std::ranges::find_if(steps, fits); found != std::end(steps))
+        {
+            return found;
+        }
+        auto const status = std::ranges::find_if(StatusSteps(), fits);
+        return status == StatusSteps().end() ? nullptr : &*status;
     }
 
     std::vector<std::string_view> LogTexts(LogStep const& step, std::string_view message)

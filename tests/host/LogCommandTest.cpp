@@ -97,10 +97,10 @@ TEST(SlowLogCommand, TellsWhatBecameOfEachRun)
     EXPECT_EQ(result.exitCode, 0u);
     EXPECT_THAT(result.error, IsEmpty());
     for (auto const* const heading :
-         {"  Pairing of \"Tag\": Paired after ", "  Pairing of \"Tag\": Paired already after ",
+         {"  Pairing of \"Tag\": Paired after ", "  Pairing of \"Tag\": AlreadyPaired after ",
           "  Learning the LE side of \"Tag\": ", "  Unpairing of \"Tag\": Unpaired",
           "  Pairing of \"X\": Not found after ", "  Search for phones: Over; devices seen: 2 after ",
-          "  Pairing of \"A Friend of a Friend\": Connection rejected after "})
+          "  Pairing of \"A Friend of a Friend\": ConnectionRejected after "})
     {
         EXPECT_THAT(result.output, HasSubstr(heading));
     }
