@@ -7,7 +7,7 @@ set(simulator_dir ${CMAKE_INSTALL_DATADIR}/vorlink)
 
 install(FILES ${vorlink_public_headers} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/vorlink)
 install(FILES README.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
-install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(DIRECTORY docs examples DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(FILES simulator/simulator.manifest simulator/VorlinkUseSimulator.cmake DESTINATION ${simulator_dir})
 
 set_target_properties(vorlink PROPERTIES EXPORT_NAME Vorlink)
@@ -20,6 +20,10 @@ install(EXPORT VorlinkTargets NAMESPACE Vorlink:: DESTINATION ${package_dir})
 install(TARGETS pnputil RUNTIME DESTINATION ${CMAKE_INSTALL_LIBEXECDIR}/vorlink)
 install(TARGETS vorlinkctl)
 install(FILES host/vorlinkctl.exe.manifest DESTINATION ${CMAKE_INSTALL_BINDIR})
+set(reference_dir ${PROJECT_BINARY_DIR}/host/reference)
+install(FILES ${reference_dir}/bash DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME vorlinkctl)
+install(FILES ${reference_dir}/vorlinkctl.ps1 DESTINATION ${simulator_dir})
+install(FILES ${reference_dir}/vorlinkctl.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 
 configure_package_config_file(
   cmake/VorlinkConfig.cmake.in VorlinkConfig.cmake

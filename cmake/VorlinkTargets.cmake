@@ -82,3 +82,8 @@ if(NOT MSVC)
   add_compile_options($<$<CONFIG:Release>:-ffunction-sections> $<$<CONFIG:Release>:-fdata-sections>)
   add_link_options($<$<CONFIG:Release>:-Wl,--gc-sections> $<$<CONFIG:Release>:-s>)
 endif()
+
+# The same sources make the same bytes.
+if(MINGW)
+  add_link_options($<$<CONFIG:Release>:-Wl,--no-insert-timestamp>)
+endif()
