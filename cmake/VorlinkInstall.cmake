@@ -6,7 +6,7 @@ set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/Vorlink)
 set(simulator_dir ${CMAKE_INSTALL_DATADIR}/vorlink)
 
 install(FILES ${vorlink_public_headers} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/vorlink)
-install(FILES README.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(FILES README.md CHANGELOG.md NOTICE.md SECURITY.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(DIRECTORY docs examples DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(FILES simulator/simulator.manifest simulator/VorlinkUseSimulator.cmake DESTINATION ${simulator_dir})
 
