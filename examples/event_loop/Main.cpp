@@ -1,0 +1,80 @@
+// A host with an event loop, as one with windows has it. Its thread is a single-threaded apartment, and has to turn the
+// loop all the time; PairedDevice would stop it for as long as the search takes. So a second thread begins the pairing,
+// and whichever thread the report comes on posts it to the loop, which handles it on its own.
+// Usage: event_loop [NAME]
+#include <vorlink/Vorlink.h>
+
+#include <windows.h>
+#include <objbase.h>
+
+#include <cstdio>
+#include <memory>
+#include <string>
+#include <thread>
+
+static constexpr UINT pairingEnded = WM_APP; // with a PairReport, which is the receiver's
+static constexpr UINT pairingFailed = WM_APP + 1;
+static HWND window;
+static int turns;
+
+static void OnPaired(PairReport report)
+{
+    auto copy = std::make_unique<PairReport>(report);
+    if (PostMessageW(window, pairingEnded, 0, reinterpret_cast<LPARAM>(copy.get())))
+    {
+        copy.release();
+    }
+}
+
+static void Pair(Vorlink* vorlink, std::string const& name)
+{
+    try
+    {
+        vorlink->PairedDevice(name, OnPaired);
+    }
+    catch (...) // the platform's error: no report comes
+    {
+        PostMessageW(window, pairingFailed, 0, 0);
+    }
+}
+
+static LRESULT CALLBACK Receive(HWND receiver, UINT message, WPARAM wide, LPARAM address)
+{
+    switch (message)
+    {
+    case WM_TIMER:
+        ++turns; // what else a loop has to do
+        return 0;
+    case pairingEnded: {
+        std::unique_ptr<PairReport const> const report(reinterpret_cast<PairReport const*>(address));
+        std::printf("%s: %s\n", report->name, report->paired ? "paired" : "not paired");
+        PostQuitMessage(report->paired ? 0 : 1);
+        return 0;
+    }
+    case pairingFailed:
+        std::puts("The pairing could not be begun.");
+        PostQuitMessage(1);
+        return 0;
+    }
+    return DefWindowProcW(receiver, message, wide, address);
+}
+
+int main(int argc, char** argv)
+{
+    CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+    window = CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
+    SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(Receive));
+    SetTimer(window, 1, 20, nullptr);
+
+    Vorlink* const vorlink = getVorlinkPtr().release(); // kept to the end: the library may still be at work
+    vorlink->Initialize();
+    std::thread(Pair, vorlink, argc > 1 ? argv[1] : "Kitchen Speaker").detach();
+
+    MSG message;
+    while (GetMessageW(&message, nullptr, 0, 0) > 0)
+    {
+        DispatchMessageW(&message);
+    }
+    std::printf("The loop has turned meanwhile: %s\n", turns > 0 ? "yes" : "no");
+    return static_cast<int>(message.wParam);
+}
