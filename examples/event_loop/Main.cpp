@@ -15,7 +15,7 @@
 static constexpr UINT pairingEnded = WM_APP; // with a PairReport, which is the receiver's
 static constexpr UINT pairingFailed = WM_APP + 1;
 static HWND window;
-static int turns;
+static DWORD loopThread;
 
 static void OnPaired(PairReport report)
 {
@@ -42,17 +42,15 @@ static LRESULT CALLBACK Receive(HWND receiver, UINT message, WPARAM wide, LPARAM
 {
     switch (message)
     {
-    case WM_TIMER:
-        ++turns; // what else a loop has to do
-        return 0;
     case pairingEnded: {
         std::unique_ptr<PairReport const> const report(reinterpret_cast<PairReport const*>(address));
-        std::printf("%s: %s\n", report->name, report->paired ? "paired" : "not paired");
+        std::printf("%s: %s, on %s thread\n", report->name, report->paired ? "paired" : "not paired",
+                    GetCurrentThreadId() == loopThread ? "the loop's" : "another");
         PostQuitMessage(report->paired ? 0 : 1);
         return 0;
     }
     case pairingFailed:
-        std::puts("The pairing could not be begun.");
+        std::puts("The platform let no pairing begin.");
         PostQuitMessage(1);
         return 0;
     }
@@ -64,7 +62,7 @@ int main(int argc, char** argv)
     CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
     window = CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
     SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(Receive));
-    SetTimer(window, 1, 20, nullptr);
+    loopThread = GetCurrentThreadId();
 
     Vorlink* const vorlink = getVorlinkPtr().release(); // kept to the end: the library may still be at work
     vorlink->Initialize();
@@ -75,6 +73,5 @@ int main(int argc, char** argv)
     {
         DispatchMessageW(&message);
     }
-    std::printf("The loop has turned meanwhile: %s\n", turns > 0 ? "yes" : "no");
     return static_cast<int>(message.wParam);
 }
