@@ -49,6 +49,10 @@ static LRESULT CALLBACK Receive(HWND receiver, UINT message, WPARAM wide, LPARAM
         PostQuitMessage(report->paired ? 0 : 1);
         return 0;
     }
+    case WM_TIMER: // of some outcomes the library tells nobody
+        std::puts("No answer within a minute.");
+        PostQuitMessage(1);
+        return 0;
     case pairingFailed:
         std::puts("The platform let no pairing begin.");
         PostQuitMessage(1);
@@ -62,6 +66,7 @@ int main(int argc, char** argv)
     CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
     window = CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
     SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(Receive));
+    SetTimer(window, 1, 60000, nullptr);
     loopThread = GetCurrentThreadId();
 
     Vorlink* const vorlink = getVorlinkPtr().release(); // kept to the end: the library may still be at work

@@ -63,30 +63,31 @@ static std::string Pick()
 
 // Tries again while nobody has the name: the phone may come later, and is found a moment after it was reported. The
 // watcher runs for 25 seconds at most, so nobody comes after that.
-static PairReport Pair(Vorlink& vorlink, std::string const& name)
+static char const* Pair(Vorlink& vorlink, std::string const& name)
 {
-    auto const end = std::chrono::steady_clock::now() + 26s;
-    for (;;)
+    for (auto const end = std::chrono::steady_clock::now() + 26s; std::chrono::steady_clock::now() < end;)
     {
+        std::this_thread::sleep_for(100ms);
         answer = {};
         try
         {
             vorlink.IosPairedDevicce(name, OnPaired);
-            PairReport const report = answer.get_future().get();
-            if (report.address != 0 || std::chrono::steady_clock::now() > end)
-            {
-                return report;
-            }
         }
-        catch (...) // a phone that left at this very moment: the next call gets over it
+        catch (...) // a device left at this very moment: the next call gets over it
         {
-            if (std::chrono::steady_clock::now() > end)
-            {
-                throw;
-            }
+            continue;
         }
-        std::this_thread::sleep_for(100ms);
+        auto report = answer.get_future();
+        if (report.wait_for(60s) != std::future_status::ready)
+        {
+            return "no answer"; // of some outcomes the library tells nobody
+        }
+        if (PairReport const outcome = report.get(); outcome.address != 0)
+        {
+            return outcome.paired ? "paired" : "not paired";
+        }
     }
+    return "not found";
 }
 
 int main(int argc, char** argv)
@@ -100,7 +101,5 @@ int main(int argc, char** argv)
     {
         return 1;
     }
-    PairReport const report = Pair(*vorlink, name);
-    std::printf("%s: %s\n", name.c_str(), report.paired ? "paired" : report.address ? "not paired" : "not found");
-    return report.paired ? 0 : 1;
+    std::printf("%s: %s\n", name.c_str(), Pair(*vorlink, name));
 }
