@@ -26,7 +26,9 @@ namespace host
             auto const now = Clock::now();
             if (now >= waiting.end)
             {
-                return {Ending::TimeLimit, progressed};
+                auto const last = WaitForProgress(); // it may have come in this very moment
+                session.Log().Poll();
+                return {last.answer ? Ending::Answered : Ending::TimeLimit, last};
             }
             progress.Show(progressed.returned ? waiting.working : waiting.finding,
                           std::chrono::floor<std::chrono::seconds>(now - waiting.start));

@@ -19,6 +19,7 @@ namespace host
         // Both empty where the library would skip the line.
         Entry ReadEntry(std::string_view line)
         {
+            line.remove_suffix(line.ends_with('\r') ? 1 : 0);
             auto const name = line.substr(0, line.find('='));
             auto const rest = line.substr(std::min(line.size(), name.size() + 1));
             auto const value = rest.substr(0, rest.find('='));
@@ -31,6 +32,12 @@ namespace host
             auto const line = text.substr(0, text.find('\n'));
             text.remove_prefix(std::min(text.size(), line.size() + 1));
             return line;
+        }
+
+        std::string NameOf(std::filesystem::path const& file)
+        {
+            auto const name = file.u8string();
+            return {name.begin(), name.end()};
         }
     } // namespace
 
@@ -68,7 +75,13 @@ namespace host
     std::string ReadFileText(std::filesystem::path const& file)
     {
         std::ifstream stream(file, std::ios::binary);
-        return {std::istreambuf_iterator<char>(stream), {}};
+        std::string text(std::istreambuf_iterator<char>(stream), {});
+        std::error_code missing;
+        if ((!stream.is_open() || stream.bad()) && std::filesystem::exists(file, missing))
+        {
+            throw std::runtime_error(NameOf(file) + " cannot be read");
+        }
+        return text;
     }
 
     void ReplaceFileText(std::filesystem::path const& file, std::string const& text)
@@ -89,8 +102,6 @@ namespace host
         }
         std::error_code ignored;
         std::filesystem::remove(whole, ignored);
-        auto const name = file.u8string();
-        throw std::runtime_error(std::string(name.begin(), name.end()) + " cannot be written" +
-                                 (error ? ": " + error.message() : ""));
+        throw std::runtime_error(NameOf(file) + " cannot be written" + (error ? ": " + error.message() : ""));
     }
 } // namespace host

@@ -17,7 +17,7 @@ namespace host
     // Whether the file's format can keep an entry for this name.
     bool CanKeep(std::string const& name);
 
-    // Empty where there is no file.
+    // Empty where there is no file. Throws std::runtime_error, which names it, where it cannot be read.
     std::string ReadFileText(std::filesystem::path const& file);
 
     // In one step: a crash leaves the old file or the new one. Throws std::runtime_error, which names the file.

@@ -81,17 +81,32 @@ namespace host
             std::vector<Record const*> found;
             for (auto const& record : records)
             {
-                // The LE side's search follows, and has the same candidates' line.
-                if (record.function == leUnpairing)
-                {
-                    break;
-                }
                 if (record.function == lookup)
                 {
                     found.push_back(&record);
                 }
             }
             return found;
+        }
+
+        struct FoundMatch
+        {
+            Match match;
+            Record const* last; // of its three records
+        };
+
+        // The latest, for an earlier one may stand in a device's name. The LE side's search has lines of its own.
+        std::optional<FoundMatch> FindMatch(RecordSpan records, std::string_view asked)
+        {
+            auto const found = LookupRecords(records);
+            for (auto index = found.size(); index >= 3; --index)
+            {
+                if (auto match = ReadMatch(*found[index - 3], *found[index - 2], *found[index - 1], asked))
+                {
+                    return FoundMatch{std::move(*match), found[index - 1]};
+                }
+            }
+            return std::nullopt;
         }
 
         std::string Digits(std::string_view text)
@@ -119,27 +134,29 @@ namespace host
 
     Search ReadSearch(RecordSpan records, std::string_view asked)
     {
-        auto const found = LookupRecords(records);
-        for (auto index = found.size(); index >= 3; --index)
+        if (auto found = FindMatch(records, asked))
         {
-            if (auto match = ReadMatch(*found[index - 3], *found[index - 2], *found[index - 1], asked))
-            {
-                return {SearchState::Found, std::move(*match)};
-            }
+            return {SearchState::Found, std::move(found->match)};
         }
+        auto const looked = LookupRecords(records);
         bool const seemsFound =
-            std::ranges::any_of(found, [](auto const* record) { return IsMatchLine(record->line); });
-        return {found.empty() || seemsFound ? SearchState::Unclear : SearchState::Nothing, {}};
+            std::ranges::any_of(looked, [](auto const* record) { return IsMatchLine(record->line); });
+        return {looked.empty() || seemsFound ? SearchState::Unclear : SearchState::Nothing, {}};
     }
 
-    std::vector<std::string> SeenNames(RecordSpan records)
+    std::vector<std::string> SeenNames(RecordSpan records, std::string_view asked)
     {
         std::vector<std::string> names;
+        auto const match = FindMatch(records, asked);
         for (auto const* const record : LookupRecords(records))
         {
             if (record->line == candidateLine)
             {
                 names.push_back(record->message);
+            }
+            if (match && record == match->last)
+            {
+                break;
             }
         }
         return names;
@@ -158,10 +175,16 @@ namespace host
         return std::nullopt;
     }
 
-    LeUnpairing ReadLeUnpairing(RecordSpan records)
+    LeUnpairing ReadLeUnpairing(RecordSpan records, std::string_view asked)
     {
         LeUnpairing read;
-        for (auto const& record : records)
+        auto const match = FindMatch(records, asked);
+        if (!match)
+        {
+            return read;
+        }
+        // Before it the names of devices stand, and behind it none.
+        for (auto const& record : records.subspan(static_cast<std::size_t>(match->last - records.data()) + 1))
         {
             if (Is(record, unpairing, 1177))
             {
@@ -224,9 +247,9 @@ namespace host
         });
     }
 
-    bool ImitatesPhoneSearchEnd(std::string_view name)
+    bool ImitatesRecords(std::string_view name)
     {
-        return name.find("[Function:StopIosWatcher] entry StopIosWatcher") != std::string_view::npos;
+        return name.find("[File:SubVorlink][Line:") != std::string_view::npos;
     }
 
     std::string AddressInId(std::string_view id)

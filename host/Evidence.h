@@ -39,7 +39,7 @@ namespace host
     Search ReadSearch(RecordSpan records, std::string_view asked);
 
     // The names that the search has looked at, in the order of the platform's reports.
-    std::vector<std::string> SeenNames(RecordSpan records);
+    std::vector<std::string> SeenNames(RecordSpan records, std::string_view asked);
 
     // The name of the platform's status, which the library logs after it has reported the outcome.
     std::optional<std::string> PairingStatus(RecordSpan records);
@@ -61,7 +61,7 @@ namespace host
         std::string text; // what the data store had, or the error's text
     };
 
-    LeUnpairing ReadLeUnpairing(RecordSpan records);
+    LeUnpairing ReadLeUnpairing(RecordSpan records, std::string_view asked);
 
     // What the library has learnt of a paired device's LE side from the system's listing.
     struct Learning
@@ -76,8 +76,8 @@ namespace host
     // The library has ended a search for phones.
     bool HasPhoneSearchEnded(RecordSpan records);
 
-    // Whether a log seems to hold that end because a device has this name.
-    bool ImitatesPhoneSearchEnd(std::string_view name);
+    // Whether a device of this name makes the log seem to hold records that it does not.
+    bool ImitatesRecords(std::string_view name);
 
     // The device's address in an identifier like Bluetooth#Bluetooth00:1a:7d:da:71:13-a4:c1:38:5e:22:0f; empty where
     // there is none.

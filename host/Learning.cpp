@@ -2,12 +2,15 @@
 
 #include "host/DataFile.h"
 #include "host/Evidence.h"
+#include "host/ExitCode.h"
 #include "host/Operation.h"
+#include "host/PhoneSearch.h"
 #include "host/Text.h"
 
 #include <chrono>
 #include <exception>
 #include <thread>
+#include <vector>
 
 namespace host
 {
@@ -25,9 +28,11 @@ namespace host
         // busy machine all that takes longer.
         constexpr std::chrono::seconds longest{9};
 
-        ReaderEnd WaitForReader(Session& session, Interruption const& interruption, Progress& progress)
+        // By the listing alone: what the log says a device's name may have written.
+        ReaderEnd WaitForReader(Session const& session, Interruption const& interruption, Progress& progress)
         {
             auto const start = Clock::now();
+            bool wasThere = false;
             while (Clock::now() < start + longest)
             {
                 if (interruption.Requested())
@@ -36,12 +41,12 @@ namespace host
                 }
                 progress.Show("Learning the device's LE side",
                               std::chrono::floor<std::chrono::seconds>(Clock::now() - start));
-                session.Log().Poll();
-                if (ReadLearning(session.Log().Records()).listingRead && !session.HasListing())
+                bool const isThere = session.HasListing();
+                if (wasThere && !isThere)
                 {
-                    session.Log().Poll();
                     return ReaderEnd::ListingRead;
                 }
+                wasThere = isThere;
                 std::this_thread::sleep_for(std::chrono::milliseconds(20));
             }
             // A listing that is still being written cannot be deleted.
@@ -141,14 +146,25 @@ namespace host
     Lesson Learn(Session& session, std::string const& name, std::string const& address,
                  Interruption const& interruption, Progress& progress)
     {
+        auto const before = session.StoredLe(name);
         auto const end = WaitForReader(session, interruption, progress);
         progress.Finish();
-        auto const learning = ReadLearning(session.Log().Records());
+        session.Log().Poll();
+        auto learning = HasSeenImitation() ? Learning{} : ReadLearning(session.Log().Records());
+        // What the library has stored is true, whatever its log says.
+        if (auto const stored = session.StoredLe(name); CanKeep(name) && stored != before)
+        {
+            std::erase(learning.taken, stored);
+            learning.taken.push_back(stored);
+            learning.listed = learning.listed.empty() ? learning.taken : learning.listed;
+        }
         auto lesson = DescribeReader(end, learning, name, address);
         if (end == ReaderEnd::ListingRead && !learning.taken.empty())
         {
             Keep(session, name, learning.taken.back(), lesson);
         }
+        lesson.facts["exit_code"] =
+            static_cast<int>(end == ReaderEnd::Interrupted ? ExitCode::NoAnswer : ExitCode::Done);
         lesson.facts["listed"] = learning.listed;
         return lesson;
     }

@@ -68,8 +68,9 @@ namespace host
             {Family::Unpairing, 4, "Failed", "the platform failed without a known reason",
              "Switch Bluetooth off and on and try again, or remove the device in the system's settings.", Refused},
 
-            {Family::Silence, -1, "NotFound", "no device of this name was seen",
-             "Switch it on, bring it near, make it discoverable, and write its name exactly as it shows it; "
+            {Family::Silence, -1, "NotFound", "no Classic device of this name was seen",
+             "The library looks for Classic devices alone. Switch it on, bring it near, make it discoverable, and "
+             "write its name exactly as it shows it; "
              "\"vorlinkctl "
              "list\" shows what is around.",
              NotFound},

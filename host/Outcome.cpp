@@ -129,7 +129,9 @@ namespace host
         {
             return DescribeSilence("NotFound", asked, std::nullopt);
         }
-        auto const* const meaning = FindMeaning(Family::Pairing, report.paired != 0 ? "Paired" : status.value_or(""));
+        // The report is the library's word; the status stands in its log, where a name can stand too.
+        bool const isTrue = status && *status != "Paired";
+        auto const* const meaning = FindMeaning(Family::Pairing, report.paired != 0 ? "Paired" : isTrue ? *status : "");
         return OfPairing(meaning, asked, match ? match->name : asked, AddressOf(report));
     }
 
@@ -207,7 +209,7 @@ namespace host
                         {},           Facts(asked, match ? match->name : "", match ? match->address : "")};
         if (name == "NotFound")
         {
-            outcome.text = "Not found: no Bluetooth device named " + Quoted(asked) + ".";
+            outcome.text = what.empty() ? "Not found: no Bluetooth device named " + Quoted(asked) + "." : what;
             outcome.next = meaning.next;
             return outcome;
         }

@@ -65,6 +65,12 @@ namespace host
                                          "Nothing had been asked of it yet.");
         }
 
+        // Names go on being logged while a search for phones does.
+        std::optional<std::string> TrueStatus(LibraryLog const& log)
+        {
+            return HasSeenImitation() ? std::nullopt : PairingStatus(log.Records());
+        }
+
         Outcome DescribeReport(Run const& run, PairReport const& report)
         {
             auto& log = run.session.Log();
@@ -77,7 +83,14 @@ namespace host
             bool const isOfReport =
                 search.state == SearchState::Found && IsSameAddress(search.match.address, AddressOf(report));
             return DescribePairing(report, run.options.name, isOfReport ? std::optional(search.match) : std::nullopt,
-                                   PairingStatus(log.Records()));
+                                   TrueStatus(log));
+        }
+
+        // A library that has found the device is about to ask for the pairing, if it has not done so.
+        bool IsAsked(Run const& run, Awaited const& awaited)
+        {
+            return awaited.progressed.returned ||
+                   ReadSearch(run.session.Log().Records(), run.options.name).state == SearchState::Found;
         }
 
         Outcome Describe(Run const& run, Awaited const& awaited)
@@ -85,9 +98,9 @@ namespace host
             switch (awaited.ending)
             {
             case Ending::TimeLimit:
-                return DescribeNoAnswer(run, awaited.progressed.returned);
+                return DescribeNoAnswer(run, IsAsked(run, awaited));
             case Ending::Interrupted:
-                return DescribeInterruption(run, awaited.progressed.returned);
+                return DescribeInterruption(run, IsAsked(run, awaited));
             default:
                 break;
             }
@@ -109,8 +122,13 @@ namespace host
         Outcome DescribeNothingSeen(Run const& run)
         {
             return run.interruption.Requested() ? DescribeInterruption(run, false)
-                   : Clock::now() >= run.End()  ? DescribeNoAnswer(run, false)
-                                                : DescribeSilence("NotFound", run.options.name, std::nullopt);
+                   : Clock::now() >= run.End()
+                       ? DescribeNoAnswer(run, false)
+                       : DescribeSilence("NotFound", run.options.name, std::nullopt,
+                                         run.options.address.empty()
+                                             ? ""
+                                             : "Not found: no Bluetooth Classic device with the address " +
+                                                   run.options.address + ".");
         }
 
         std::string DeviceText(Seen const& device)
@@ -249,19 +267,20 @@ namespace host
             progress.Finish();
             auto const taken = Clock::now() - run.start;
             outcome.facts["seconds"] = std::chrono::duration<double>(taken).count();
-            auto const code = PrintOutcome(outcome, command, options.output);
+            auto code = PrintOutcome(outcome, command, options.output);
             if (options.output.verbose)
             {
-                PrintCourse(session, taken);
+                PrintCourse(session, options.name, taken);
             }
             if (code == ExitCode::Done && !options.noLearn)
             {
-                PrintLesson(Learn(session, options.name, outcome.facts["address"], interruption, progress),
-                            options.output);
+                auto const lesson = Learn(session, options.name, outcome.facts["address"], interruption, progress);
+                PrintLesson(lesson, options.output);
+                code = lesson.name == "Interrupted" ? ExitCode::NoAnswer : code;
             }
             if (options.log)
             {
-                bool const isLogged = code == ExitCode::Done || code == ExitCode::Refused;
+                bool const isLogged = options.address.empty() && (code == ExitCode::Done || code == ExitCode::Refused);
                 AwaitRecords(session, [&] { return !isLogged || PairingStatus(session.Log().Records()).has_value(); });
                 PrintRecords(session, options.output);
             }

@@ -25,12 +25,14 @@ namespace host
             std::mutex mutex;
             std::condition_variable changed;
             std::vector<std::string> names;
+            bool imitated = false;
         } shared;
 
         void OnDevice(wchar_t const* name, std::uint32_t length) noexcept
         {
             std::lock_guard const lock(shared.mutex);
             shared.names.push_back(ToUtf8({name, length}));
+            shared.imitated = shared.imitated || ImitatesRecords(shared.names.back());
             shared.changed.notify_all();
         }
 
@@ -91,7 +93,7 @@ namespace host
                 for (auto const& name : names)
                 {
                     enough = enough || !takeName(name);
-                    logIsTrue = logIsTrue && !ImitatesPhoneSearchEnd(name);
+                    logIsTrue = logIsTrue && !ImitatesRecords(name);
                 }
                 bool const isStarted = IsDone(started); // until then the library must not be called again
                 if (isStarted && enough)
@@ -125,5 +127,11 @@ namespace host
             Begin([vorlink] { Stop(*vorlink); }).wait_for(std::chrono::seconds(2));
         }
         return ended;
+    }
+
+    bool HasSeenImitation()
+    {
+        std::lock_guard const lock(shared.mutex);
+        return shared.imitated;
     }
 } // namespace host

@@ -27,4 +27,7 @@ namespace host
     // a second. Throws what the library does. Once a process.
     SearchEnd SearchPhones(Session& session, Interruption const& interruption, Clock::time_point end,
                            NameCallback const& takeName, ElapsedCallback const& progress);
+
+    // Whether the search, which may go on beside a pairing, has reported a name that imitates records of the log.
+    bool HasSeenImitation();
 } // namespace host

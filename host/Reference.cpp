@@ -211,7 +211,8 @@ namespace host
         {
             return "A name that begins with \"-\" goes behind \"--\".\n";
         }
-        return chosen.empty() ? "There are: " + Joined(known, ", ") + ".\n" : "";
+        return chosen.empty() ? "There are: " + Joined(known, ", ") + ".\n"
+                              : "A name that holds blanks goes in quotes.\n";
     }
 
     void AddReference(CLI::App& app, Action& chosen)

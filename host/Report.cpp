@@ -70,15 +70,15 @@ namespace host
         PrintWarnings(lesson.warnings);
     }
 
-    void PrintCourse(Session const& session, Clock::duration taken)
+    void PrintCourse(Session const& session, std::string const& asked, Clock::duration taken)
     {
         std::string names;
-        for (auto const& name : SeenNames(session.Log().Records()))
+        for (auto const& name : SeenNames(session.Log().Records(), asked))
         {
             names += (names.empty() ? "" : ", ") + Quoted(name);
         }
         auto const milliseconds = std::chrono::duration_cast<std::chrono::milliseconds>(taken).count();
-        PrintError("The search looked at " + (names.empty() ? "no device" : names) + ".\n" + "The answer took " +
+        PrintError((names.empty() ? "" : "The library's search looked at " + names + ".\n") + "The answer took " +
                    std::to_string(milliseconds) + " ms; the library logged " +
                    std::to_string(session.Log().Records().size()) + " records.\n");
     }

@@ -15,7 +15,7 @@ namespace host
     void PrintLesson(Lesson const& lesson, OutputOptions const& options);
 
     // How it went, on standard error, for who wants to know more.
-    void PrintCourse(Session const& session, Clock::duration taken);
+    void PrintCourse(Session const& session, std::string const& asked, Clock::duration taken);
 
     // Of this run, as the library's log has them.
     void PrintRecords(Session const& session, OutputOptions const& options);

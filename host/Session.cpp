@@ -7,6 +7,7 @@
 
 #include <atomic>
 #include <memory>
+#include <stdexcept>
 
 namespace host
 {
@@ -32,6 +33,21 @@ namespace host
             return std::filesystem::current_path();
         }
 
+        // One that cannot be read is none to the library.
+        void CopyStore(std::filesystem::path const& from, std::filesystem::path const& to)
+        {
+            try
+            {
+                if (auto const entries = ReadFileText(from); !entries.empty())
+                {
+                    ReplaceFileText(to, entries);
+                }
+            }
+            catch (std::runtime_error const&)
+            {
+            }
+        }
+
         Vorlink& MakeVorlink(VorlinkFactory factory)
         {
             // Never released: the library may still be at work for the object when the process ends.
@@ -44,11 +60,7 @@ namespace host
         , m_log(m_folder.Path() / "log.log", keepLog ? m_userFolder / "log.log" : std::filesystem::path())
         , m_vorlink(MakeVorlink(LoadVorlink()))
     {
-        auto const entries = ReadFileText(m_userFolder / dataFile);
-        if (!entries.empty())
-        {
-            ReplaceFileText(m_folder.Path() / dataFile, entries);
-        }
+        CopyStore(m_userFolder / dataFile, m_folder.Path() / dataFile);
         m_vorlink.SetLogEnabled(true);
         m_vorlink.Initialize();
         current = this;
@@ -71,7 +83,10 @@ namespace host
         // Two of these programs at once lose nothing of each other's.
         HANDLE const mutex = CreateMutexW(nullptr, FALSE, L"Local\\vorlinkctl-MyLEData");
         std::unique_ptr<void, decltype(&CloseHandle)> const closing(mutex, CloseHandle);
-        WaitForSingleObject(mutex, 5000);
+        if (WaitForSingleObject(mutex, 5000) == WAIT_TIMEOUT)
+        {
+            throw std::runtime_error("another vorlinkctl keeps the data file busy");
+        }
         std::unique_ptr<void, decltype(&ReleaseMutex)> const releasing(mutex, ReleaseMutex);
         ReplaceFileText(file, WithEntry(ReadFileText(file), name, value));
     }

@@ -1,5 +1,6 @@
 #include "host/Subcommand.h"
 
+#include "host/Failure.h"
 #include "host/Text.h"
 
 #include <map>
@@ -57,9 +58,14 @@ namespace host
 
     CLI::Option* AddName(CLI::App& subcommand, std::string& name)
     {
+        auto const* const literal =
+            subcommand.add_flag("--literal")->description("Take NAME as it stands: no \\x1B or \\u202E in it is read");
         return subcommand
             .add_option_function<std::string>(
-                "NAME", [&name](std::string const& shown) { name = FromHarmless(shown); },
+                "NAME",
+                [&name, literal](std::string const& shown) {
+                    name = literal->count() > 0 ? shown : FromHarmless(shown);
+                },
                 "The name that the device shows; in quotes when it holds blanks, behind \"--\" when it begins with "
                 "\"-\"")
             ->option_text(" ")
@@ -70,5 +76,22 @@ namespace host
     void AddLogFlag(CLI::App& subcommand, bool& log)
     {
         subcommand.add_flag("--log", log, "Write the library's log (log.log, in this folder) and show its new records");
+    }
+
+    ExitCode ReportException(char const* command, OutputOptions const& options)
+    {
+        auto const text = DescribeCurrentException();
+        PrintError("vorlinkctl: " + text + "\n");
+        if (options.json)
+        {
+            PrintJson({{"event", "outcome"},
+                       {"command", command},
+                       {"outcome", "Failed"},
+                       {"exit_code", static_cast<int>(ExitCode::Failed)},
+                       {"text", text},
+                       {"next", ""},
+                       {"warnings", Json::array()}});
+        }
+        return ExitCode::Failed;
     }
 } // namespace host

@@ -29,6 +29,9 @@ namespace host
     void AddOutputOptions(CLI::App& subcommand, OutputOptions& options);
     void SetFooter(CLI::App& subcommand, std::initializer_list<char const*> examples, std::string const& notes = {});
 
+    // The exception being handled, on standard error, and with --json as an outcome too.
+    ExitCode ReportException(char const* command, OutputOptions const& options);
+
     // Seconds; with the limits in the help text.
     CLI::Option* AddSeconds(CLI::App& subcommand, char const* option, int& seconds, std::string const& help);
 
@@ -53,10 +56,17 @@ namespace host
     {
         auto const options = std::make_shared<Options>();
         auto* const added = app.add_subcommand(word, purpose);
-        added->callback([&chosen, options, run] {
-            chosen = [options, run] {
+        added->callback([&chosen, options, run, word] {
+            chosen = [options, run, word] {
                 ChooseColours(options->output.colours);
-                return run(*options);
+                try
+                {
+                    return run(*options);
+                }
+                catch (...)
+                {
+                    return ReportException(word, options->output);
+                }
             };
         });
         AddOutputOptions(*added, options->output);

@@ -80,6 +80,11 @@ namespace host
         }
     }
 
+    bool IsOutputLost()
+    {
+        return outputError != ERROR_SUCCESS;
+    }
+
     void PrintJson(Json const& object)
     {
         Print(object.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n");
@@ -153,7 +158,8 @@ namespace host
         if (error != ERROR_SUCCESS)
         {
             // Nobody reads any more: no news to whoever has closed the pipe.
-            bool const closed = error == ERROR_NO_DATA || error == ERROR_BROKEN_PIPE;
+            bool const closed =
+                error == ERROR_NO_DATA || error == ERROR_BROKEN_PIPE || error == ERROR_PIPE_NOT_CONNECTED;
             PrintError(closed ? "" : "vorlinkctl: output was lost (Windows error " + std::to_string(error) + ").\n");
             code = ExitCode::Failed;
         }

@@ -19,6 +19,9 @@ namespace host
     // On a line of its own.
     void PrintJson(Json const& object);
 
+    // Whether some of it has been lost: nobody may read any more.
+    bool IsOutputLost();
+
     void PrintError(std::string_view text);
 
     bool OutputIsConsole();

@@ -80,9 +80,12 @@ namespace host
             {0x00, 0x1F},     // controls
             {0x7F, 0x9F},     // delete, and the controls of the upper half
             {0x061C, 0x061C}, // the Arabic letter mark
+            {0x200B, 0x200B}, // a blank without width
             {0x200E, 0x200F}, // the marks of the other scripts
             {0x2028, 0x202E}, // separators of lines and paragraphs, embeddings and overrides
+            {0x2060, 0x2060}, // a joiner of words, without width
             {0x2066, 0x2069}, // isolates
+            {0xFEFF, 0xFEFF}, // the mark of a byte order, without width
         };
 
         bool IsHarmful(std::uint32_t value)

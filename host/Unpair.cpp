@@ -8,6 +8,9 @@
 #include "host/Text.h"
 
 #include <algorithm>
+#include <future>
+#include <thread>
+#include <utility>
 
 namespace host
 {
@@ -31,12 +34,12 @@ namespace host
         bool IsSilent(LibraryLog const& log, std::string const& name)
         {
             return ReadSearch(log.Records(), name).state == SearchState::Nothing ||
-                   ReadLeUnpairing(log.Records()).side == LeSide::Failed;
+                   ReadLeUnpairing(log.Records(), name).side == LeSide::Failed;
         }
 
         Outcome DescribeSilent(LibraryLog const& log, Options const& options)
         {
-            auto const le = ReadLeUnpairing(log.Records());
+            auto const le = ReadLeUnpairing(log.Records(), options.name);
             if (le.side == LeSide::Failed)
             {
                 return DescribeSilence(
@@ -47,13 +50,13 @@ namespace host
         }
 
         // How far it has come, by name of the silence.
-        char const* Stage(LibraryLog const& log, Search const& search, bool returned)
+        char const* Stage(LibraryLog const& log, Options const& options, Search const& search, bool returned)
         {
             if (!returned)
             {
                 return "SearchPending";
             }
-            if (ReadLeUnpairing(log.Records()).side == LeSide::Pending)
+            if (ReadLeUnpairing(log.Records(), options.name).side == LeSide::Pending)
             {
                 return "LePending";
             }
@@ -63,7 +66,7 @@ namespace host
         Outcome DescribeNoAnswer(LibraryLog const& log, Options const& options, bool returned)
         {
             auto const search = ReadSearch(log.Records(), options.name);
-            auto const* const stage = Stage(log, search, returned);
+            auto const* const stage = Stage(log, options, search, returned);
             return DescribeSilence(stage, options.name, FoundBy(search),
                                    (returned ? "the unpairing of " : "the search for ") + Quoted(options.name) +
                                        " did not end within " + std::to_string(options.timeoutSeconds) + " s.");
@@ -73,7 +76,7 @@ namespace host
         {
             auto const match = FoundBy(ReadSearch(log.Records(), options.name));
             auto const name = Quoted(options.name);
-            if (ReadLeUnpairing(log.Records()).side == LeSide::Pending)
+            if (ReadLeUnpairing(log.Records(), options.name).side == LeSide::Pending)
             {
                 return DescribeSilence(
                     "Interrupted", options.name, match, name + " was unpaired in part.",
@@ -111,12 +114,12 @@ namespace host
             {
                 // The LE side's last record comes after the report.
                 AwaitRecords(session, [&] {
-                    return ReadLeUnpairing(log.Records()).side > LeSide::Pending ||
-                           ReadLeUnpairing(log.Records()).side == LeSide::NotKnown;
+                    return ReadLeUnpairing(log.Records(), options.name).side > LeSide::Pending ||
+                           ReadLeUnpairing(log.Records(), options.name).side == LeSide::NotKnown;
                 });
             }
             return DescribeUnpairing(success, options.name, FoundBy(ReadSearch(log.Records(), options.name)),
-                                     ReadLeUnpairing(log.Records()));
+                                     ReadLeUnpairing(log.Records(), options.name));
         }
 
         // What one run has at hand.
@@ -134,71 +137,118 @@ namespace host
             }
         };
 
-        bool Confirm(std::string const& question, Progress& progress)
+        enum class Consent
+        {
+            Yes,
+            No,
+            Interrupted,
+        };
+
+        // The answer is read by a thread of its own, for Ctrl+C need not end a read.
+        Consent Ask(std::string const& question, Interruption const& interruption, Progress& progress)
         {
             progress.Finish();
             PrintError(question + " [y/N] ");
-            auto const answer = ReadInputLine();
-            return answer == "y" || answer == "Y" || answer == "yes";
+            std::promise<std::string> promise;
+            auto line = promise.get_future();
+            std::thread([promise = std::move(promise)]() mutable { promise.set_value(ReadInputLine()); }).detach();
+            while (line.wait_for(std::chrono::milliseconds(50)) != std::future_status::ready)
+            {
+                if (interruption.Requested())
+                {
+                    return Consent::Interrupted;
+                }
+            }
+            auto const answer = line.get();
+            bool const isYes = answer == "y" || answer == "Y" || answer == "yes";
+            return interruption.Requested() ? Consent::Interrupted : isYes ? Consent::Yes : Consent::No;
+        }
+
+        // What the look before an unpairing has come to.
+        struct LeCheck
+        {
+            std::optional<Outcome> declined;
+            std::optional<std::string> warning;
+        };
+
+        LeCheck Decide(Run const& run, std::string const& problem)
+        {
+            auto const& options = run.options;
+            if (options.yes)
+            {
+                return {std::nullopt, problem};
+            }
+            if (!InputIsConsole() || options.output.json)
+            {
+                return {DescribeDeclined(
+                            "Not unpaired: " + problem + " Nothing was done.",
+                            "Say --yes to unpair all the same. To leave that other device alone, take the line of " +
+                                Quoted(options.name) + " out of MyLEData first."),
+                        std::nullopt};
+            }
+            switch (Ask("Warning: " + problem + "\nUnpair all the same?", run.interruption, run.progress))
+            {
+            case Consent::Yes:
+                return {std::nullopt, problem};
+            case Consent::No:
+                return {DescribeDeclined("Not unpaired: you said no. Nothing was done.", {}), std::nullopt};
+            default:
+                return {DescribeInterruption(run.session.Log(), options, false), std::nullopt};
+            }
         }
 
         // The LE side that the data store has for the name is unpaired too. It may be another device's.
-        std::optional<Outcome> CheckLeSide(Run const& run)
+        LeCheck CheckLeSide(Run const& run)
         {
             auto const& options = run.options;
+            Surroundings surroundings({{Protocol::Classic, Among::All}}); // a platform that fails is told by it
             auto const le = run.session.StoredLe(options.name);
             if (le.empty())
             {
-                return std::nullopt;
+                return {};
             }
             // The library's own search takes as long.
             auto const end = std::min(run.End(), Clock::now() + std::chrono::seconds(3));
-            Surroundings surroundings({{Protocol::Classic, Among::All}});
             auto const device = LookFor(
                 surroundings, [&](Seen const& each) { return IsNamed(each.name, options.name); }, end, run.interruption,
                 run.progress, "Looking for " + Quoted(options.name));
             if (!device)
             {
-                return run.interruption.Requested() ? DescribeInterruption(run.session.Log(), options, false)
-                                                    : DescribeSilence("NotFound", options.name, std::nullopt);
+                return {run.interruption.Requested() ? DescribeInterruption(run.session.Log(), options, false)
+                        : Clock::now() >= run.End()  ? DescribeNoAnswer(run.session.Log(), options, false)
+                                                     : DescribeSilence("NotFound", options.name, std::nullopt),
+                        std::nullopt};
             }
             if (IsSameAddress(le, device->address))
             {
                 run.progress.Say("Its LE side, " + Harmless(le) + ", is unpaired with it.");
-                return std::nullopt;
+                return {};
             }
-            auto const problem = "the library has learnt " + Harmless(le) + " as the LE side of " +
-                                 Quoted(options.name) + ", whose address is " + Harmless(device->address) +
-                                 ": another device's bond may be ended too.";
-            if (options.yes)
-            {
-                run.progress.Say("Warning: " + problem);
-                return std::nullopt;
-            }
-            if (InputIsConsole() && !options.output.json)
-            {
-                return Confirm("Warning: " + problem + "\nUnpair all the same?", run.progress)
-                           ? std::nullopt
-                           : std::optional(DescribeDeclined("Not unpaired: you said no. Nothing was done.", {}));
-            }
-            return DescribeDeclined(
-                "Not unpaired: " + problem + " Nothing was done.",
-                "Say --yes to unpair all the same. To leave that other device alone, take the line of " +
-                    Quoted(options.name) + " out of MyLEData first.");
+            return Decide(run, "the device found is " + Quoted(device->name) + " (" + Harmless(device->address) +
+                                   "), and the library has learnt " + Harmless(le) + " as the LE side of " +
+                                   Quoted(options.name) + ": another device's bond may be ended too.");
         }
 
         Outcome Unpair(Run const& run)
         {
-            if (auto declined = CheckLeSide(run))
+            auto const check = CheckLeSide(run);
+            if (check.declined)
             {
-                return *declined;
+                return *check.declined;
             }
             auto const name = Quoted(run.options.name);
+            auto const start = Clock::now(); // whoever was asked has taken his time
             BeginUnpairing(run.session.Library(), run.options.name);
-            auto const awaited =
-                Await(run.session, run.interruption, {run.start, run.End(), "Looking for " + name, "Unpairing " + name},
-                      run.progress, [&] { return IsSilent(run.session.Log(), run.options.name); });
-            return Describe(run.session, awaited, run.options);
+            auto const awaited = Await(run.session, run.interruption,
+                                       {start, start + std::chrono::seconds(run.options.timeoutSeconds),
+                                        "Looking for " + name, "Unpairing " + name},
+                                       run.progress, [&] { return IsSilent(run.session.Log(), run.options.name); });
+            auto outcome = Describe(run.session, awaited, run.options);
+            if (check.warning)
+            {
+                outcome.warnings.push_back(*check.warning);
+            }
+            return outcome;
         }
 
         ExitCode RunUnpair(Options const& options)
@@ -222,7 +272,7 @@ namespace host
             PrintOutcome(outcome, "unpair", options.output);
             if (options.output.verbose)
             {
-                PrintCourse(session, taken);
+                PrintCourse(session, options.name, taken);
             }
             if (options.log)
             {

@@ -1,5 +1,6 @@
 // The subcommand doctor.
 #include "host/Commands.h"
+#include "host/Interruption.h"
 #include "host/Library.h"
 #include "host/Outcome.h"
 #include "host/Report.h"
@@ -15,6 +16,7 @@
 #include <algorithm>
 #include <exception>
 #include <filesystem>
+#include <functional>
 #include <sstream>
 #include <string_view>
 #include <system_error>
@@ -194,16 +196,33 @@ namespace host
 
         ExitCode RunDoctor(Options const& options)
         {
+            Interruption const interruption;
             Findings findings(options.output);
             std::error_code ignored;
             auto const folder = std::filesystem::current_path(ignored);
-            findings.Add(CheckLibrary());
-            CheckPlatformAndSearch(findings);
-            findings.Add(CheckAdapter());
-            findings.Add(CheckTool());
-            findings.Add(CheckFolder(folder));
-            findings.Add(CheckDataFile(folder));
-            findings.Add(CheckCodePage(GetACP(), GetOEMCP()));
+            std::function<void()> const checks[] = {
+                [&] { findings.Add(CheckLibrary()); },
+                [&] { CheckPlatformAndSearch(findings); },
+                [&] { findings.Add(CheckAdapter()); },
+                [&] { findings.Add(CheckTool()); },
+                [&] { findings.Add(CheckFolder(folder)); },
+                [&] { findings.Add(CheckDataFile(folder)); },
+                [&] { findings.Add(CheckCodePage(GetACP(), GetOEMCP())); },
+            };
+            for (auto const& check : checks)
+            {
+                check();
+                if (interruption.Requested())
+                {
+                    return PrintOutcome({ExitCode::NoAnswer,
+                                         "Interrupted",
+                                         "Interrupted: not all was checked.",
+                                         {},
+                                         {},
+                                         Json::object()},
+                                        "doctor", options.output);
+                }
+            }
 
             auto const& all = findings.All();
             auto const count = [&](Verdict verdict) { return std::ranges::count(all, verdict, &Finding::verdict); };

@@ -101,7 +101,7 @@ namespace host
             for (auto elapsed = seconds(0); elapsed < limit;
                  elapsed = std::chrono::floor<seconds>(Clock::now() - start))
             {
-                if (interruption.Requested())
+                if (interruption.Requested() || IsOutputLost())
                 {
                     return End::Interrupted;
                 }

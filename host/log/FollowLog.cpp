@@ -109,7 +109,7 @@ namespace host
         }
         follower.Add(tail.Read());
         PrintLast(follower.Take(true), history);
-        while (!interruption.Requested() && !isOver())
+        while (!interruption.Requested() && !IsOutputLost() && !isOver())
         {
             std::this_thread::sleep_for(pause);
             auto const news = tail.Read();

@@ -163,7 +163,7 @@ TEST(CommandLine, QuietLeavesTheResultAlone)
 TEST(CommandLine, VerboseTellsHowItWent)
 {
     auto const result = RunVorlinkctl({"pair", "Kitchen Speaker", "--no-learn", "--verbose"});
-    EXPECT_THAT(result.error, HasSubstr("The search looked at "));
+    EXPECT_THAT(result.error, HasSubstr("The library's search looked at "));
     EXPECT_THAT(result.error, HasSubstr("\"Kitchen Speaker\".\nThe answer took "));
 }
 

@@ -41,6 +41,17 @@ TEST(DataFile, IsReplacedWhole)
     EXPECT_EQ(ReadFileText("file"), "");
 }
 
+TEST(DataFile, ThatCannotBeReadIsNotTakenForEmpty)
+{
+    std::filesystem::create_directory("folder");
+    EXPECT_THROW(ReadFileText("folder"), std::runtime_error);
+}
+
+TEST(DataFile, MayHaveLinesOfWindows)
+{
+    EXPECT_EQ(EntryIn("Tag=C1\r\n", "Tag"), "C1");
+}
+
 TEST(DataFile, ThatCannotBeWrittenIsNamed)
 {
     try

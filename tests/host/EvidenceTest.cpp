@@ -61,7 +61,7 @@ TEST(Evidence, ASearchThatLookedAtOthersAloneFoundNothing)
 {
     Records const records = {Of(lookup, 399, "TV"), Of(lookup, 416, "Other")};
     EXPECT_EQ(ReadSearch(records, "TV").state, SearchState::Nothing);
-    EXPECT_THAT(SeenNames(records), ElementsAre("Other"));
+    EXPECT_THAT(SeenNames(records, "TV"), ElementsAre("Other"));
 }
 
 TEST(Evidence, WithoutALogNothingIsKnown)
@@ -100,7 +100,7 @@ TEST(Evidence, TheLeSidesSearchIsNoSearchByName)
     records.push_back(Of(leUnpairing, 1039, "ble   destStr is TV "));
     records.push_back(Of(lookup, 416, "BluetoothLE#BluetoothLE"));
     EXPECT_EQ(ReadSearch(records, "TV").state, SearchState::Found);
-    EXPECT_THAT(SeenNames(records), ElementsAre("Other", "TV"));
+    EXPECT_THAT(SeenNames(records, "TV"), ElementsAre("Other", "TV"));
 }
 
 TEST(Evidence, TheStatusStandsBehindTheSearch)
@@ -135,14 +135,14 @@ TEST(Evidence, AStatusThatThePlatformDoesNotHaveIsNone)
 TEST(Evidence, TheLeSideIsFollowedStepByStep)
 {
     auto records = FoundTv("TV");
-    EXPECT_EQ(ReadLeUnpairing(records).side, LeSide::Unknown);
+    EXPECT_EQ(ReadLeUnpairing(records, "TV").side, LeSide::Unknown);
     records.push_back(Of(unpairing, 1177, "device Id -> C1D2"));
-    EXPECT_EQ(ReadLeUnpairing(records).side, LeSide::Pending);
-    EXPECT_EQ(ReadLeUnpairing(records).text, "C1D2");
+    EXPECT_EQ(ReadLeUnpairing(records, "TV").side, LeSide::Pending);
+    EXPECT_EQ(ReadLeUnpairing(records, "TV").text, "C1D2");
     auto const with = [&](char const* function, int line, char const* message) {
         auto more = records;
         more.push_back(Of(function, line, message));
-        return ReadLeUnpairing(more);
+        return ReadLeUnpairing(more, "TV");
     };
     EXPECT_EQ(with(unpairing, 1180, "ble data is bad ").side, LeSide::NotKnown);
     EXPECT_EQ(with(leUnpairing, 1071, "unpaired device failed").side, LeSide::NotFound);
@@ -185,4 +185,16 @@ TEST(Evidence, AddressesAreComparedByTheirDigits)
     EXPECT_EQ(AddressInId("nothing of the kind"), "");
     EXPECT_TRUE(IsAddress("a4:c1:38:5e:22:0f") && IsAddress("A4-C1-38-5E-22-0F") && IsAddress("a4c1385e220f"));
     EXPECT_FALSE(IsAddress("a4:c1:38:5e:22") || IsAddress("Kitchen Speaker") || IsAddress(""));
+}
+
+TEST(Evidence, WhatStandsBeforeTheMatchIsNoLeSide)
+{
+    Records records = {Of(lookup, 416, "x"), Of(unpairing, 1177, "device Id -> C1"),
+                       Of(leUnpairing, 1101, "exception -> boo")};
+    for (auto const& record : FoundTv("TV"))
+    {
+        records.push_back(record);
+    }
+    EXPECT_EQ(ReadLeUnpairing(records, "TV").side, LeSide::Unknown);
+    EXPECT_EQ(ReadSearch(records, "TV").state, SearchState::Found) << "an LE record of a name ends no search";
 }

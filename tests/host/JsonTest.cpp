@@ -104,6 +104,11 @@ TEST(Json, OfAFailureIsOfTheSchemaToo)
     EXPECT_THAT(EventsOf({"doctor"}), Contains("outcome"));
 }
 
+TEST(Json, OfAFileThatIsNotThere)
+{
+    EXPECT_THAT(EventsOf({"scenario", "check", "missing.toml"}), testing::ElementsAre("outcome"));
+}
+
 TEST(Json, OfAnUnpairingThatIsDeclined)
 {
     std::ofstream("MyLEData") << "Car Radio=c1:d2:e3:f4:a5:ff\n";

@@ -118,7 +118,7 @@ TEST(LogCommand, ShowsTheFileThatIsNamed)
                              "= the host asks to pair \"Tag\"\n"
                              "               ·· 1.5 s of silence, the longest here\n"
                              "  10:00:01 500  +1.5 s  pair    DevicePairingResultStatus::Paired  "
-                             "= the device is paired\n");
+                             "= the device is paired now\n");
 }
 
 TEST(LogCommand, NeedsNoLibrary)
@@ -192,7 +192,7 @@ TEST(LogCommand, JsonHasTheDocumentedKeys)
                                           {"flow", "pair"},
                                           {"run", 1},
                                           {"message", "DevicePairingResultStatus::Paired"},
-                                          {"meaning", "the device is paired"}}));
+                                          {"meaning", "the device is paired now"}}));
 }
 
 TEST(SlowLogCommand, ALongOneTellsHowFarItIs)

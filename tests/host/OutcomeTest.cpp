@@ -92,6 +92,14 @@ TEST(Outcome, EachStatusIsSaidByItsNameAndMeaning)
     }
 }
 
+TEST(Outcome, ALogThatSaysPairedDoesNotOutdoTheReport)
+{
+    auto const outcome =
+        DescribePairing(Report(address, false, "Speaker", "a4c1385e220f"), "Speaker", nullopt, "Paired");
+    EXPECT_EQ(outcome.name, "Unknown");
+    EXPECT_EQ(outcome.code, ExitCode::Refused);
+}
+
 TEST(Outcome, AlreadyPairedIsSaidAsWhatItIs)
 {
     auto const outcome =

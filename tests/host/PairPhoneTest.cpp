@@ -9,6 +9,8 @@
 
 #include <windows.h>
 
+#include <array>
+#include <cstdio>
 #include <filesystem>
 #include <string>
 
@@ -168,4 +170,30 @@ TEST(PairPhone, TakesANameThatBeginsWithAHyphen)
     UseScenario("[[device]]\nname = '--log'\naddress = 'c4:00:00:00:00:01'\n");
     EXPECT_EQ(RunVorlinkctl({"pair-phone", "--no-learn", "--", "--log"}).output,
               "Paired \"--log\" (c4:00:00:00:00:01).\n");
+}
+
+TEST(PairPhone, ANameThatImitatesTheOutcomeIsNotBelieved)
+{
+    SYSTEMTIME now{};
+    GetLocalTime(&now);
+    std::array<char, 64> time{};
+    std::snprintf(time.data(), time.size(), "%d-%02d-%02d %02d:%02d:%02d 000", now.wYear, now.wMonth, now.wDay,
+                  now.wHour, now.wMinute, now.wSecond);
+    auto const record = std::string("\\n") + time.data() +
+                        "[File:SubVorlink][Line:796][Function:SubVorlink::PairingDevice] "
+                        "DevicePairingResultStatus::Paired";
+    UseScenario(endless + Phone("[device.pairing]\nstatus = 'AuthenticationFailure'\nduration-ms = 500\n") +
+                "[[device]]\nname = \"x" + record + record + "\"\naddress = 'c4:00:00:00:00:02'\nappears-ms = 150\n");
+    auto const result = RunVorlinkctl({"pair-phone", "My Own Mobile Phone"});
+    EXPECT_EQ(result.exitCode, 4u);
+    EXPECT_THAT(result.output, StartsWith("Not paired: found \"My Own Mobile Phone\" (c4:00:00:00:00:01)"));
+}
+
+TEST(PairPhone, TakesANameAsItStandsWhereToldTo)
+{
+    UseScenario("[[device]]\nname = 'a\\x41b'\naddress = 'c4:00:00:00:00:01'\n[[device]]\nname = 'aAb'\naddress = "
+                "'c4:00:00:00:00:02'\n");
+    EXPECT_THAT(RunVorlinkctl({"pair-phone", "a\\x41b", "--no-learn"}).output, HasSubstr("(c4:00:00:00:00:02)"));
+    EXPECT_THAT(RunVorlinkctl({"pair-phone", "--literal", "a\\x41b", "--no-learn"}).output,
+                HasSubstr("(c4:00:00:00:00:01)"));
 }
