@@ -8,22 +8,19 @@
 #include <objbase.h>
 
 #include <cstdio>
-#include <memory>
 #include <string>
 #include <thread>
 
-static constexpr UINT pairingEnded = WM_APP; // with a PairReport, which is the receiver's
+static constexpr UINT pairingEnded = WM_APP;
 static constexpr UINT pairingFailed = WM_APP + 1;
 static HWND window;
 static DWORD loopThread;
+static PairReport outcome; // there when pairingEnded is: one pairing at a time needs no more
 
 static void OnPaired(PairReport report)
 {
-    auto copy = std::make_unique<PairReport>(report);
-    if (PostMessageW(window, pairingEnded, 0, reinterpret_cast<LPARAM>(copy.get())))
-    {
-        copy.release();
-    }
+    outcome = report;
+    PostMessageW(window, pairingEnded, 0, 0);
 }
 
 static void Pair(Vorlink* vorlink, std::string const& name)
@@ -42,13 +39,11 @@ static LRESULT CALLBACK Receive(HWND receiver, UINT message, WPARAM wide, LPARAM
 {
     switch (message)
     {
-    case pairingEnded: {
-        std::unique_ptr<PairReport const> const report(reinterpret_cast<PairReport const*>(address));
-        std::printf("%s: %s, on %s thread\n", report->name, report->paired ? "paired" : "not paired",
+    case pairingEnded:
+        std::printf("%s: %s, on %s thread\n", outcome.name, outcome.paired ? "paired" : "not paired",
                     GetCurrentThreadId() == loopThread ? "the loop's" : "another");
-        PostQuitMessage(report->paired ? 0 : 1);
+        PostQuitMessage(outcome.paired ? 0 : 1);
         return 0;
-    }
     case WM_TIMER: // of some outcomes the library tells nobody
         std::puts("No answer within a minute.");
         PostQuitMessage(1);
