@@ -361,23 +361,4 @@ namespace host
         constexpr std::size_t longName = 14;
         return name.size() < longName ? deviceName == name : deviceName.find(name) != std::string::npos;
     }
-
-    std::optional<Seen> FindFirst(std::string const& name, Selector selector, std::chrono::milliseconds limit)
-    {
-        using Clock = std::chrono::steady_clock;
-        auto const end = Clock::now() + limit;
-        Surroundings surroundings({selector});
-        while (!surroundings.IsComplete() && Clock::now() < end)
-        {
-            auto const rest = std::chrono::ceil<std::chrono::milliseconds>(end - Clock::now());
-            for (auto const& sighting : surroundings.Take(rest))
-            {
-                if (IsNamed(sighting.device.name, name))
-                {
-                    return sighting.device;
-                }
-            }
-        }
-        return std::nullopt;
-    }
 } // namespace host

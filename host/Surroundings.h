@@ -69,8 +69,4 @@ namespace host
 
     // By the library's rule: a name of 14 bytes or more also names a device whose name contains it.
     bool IsNamed(std::string const& deviceName, std::string const& name);
-
-    // The first device that the platform reports by this name, or that gets it by an update; nothing when the search is
-    // complete, or the time is up, without one.
-    std::optional<Seen> FindFirst(std::string const& name, Selector selector, std::chrono::milliseconds limit);
 } // namespace host
