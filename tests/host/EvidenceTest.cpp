@@ -94,6 +94,12 @@ TEST(Evidence, AFindWithoutItsCandidateIsUnclear)
               SearchState::Unclear);
 }
 
+TEST(Evidence, AFindIsMadeOfRecordsOfOneKindOfSearch)
+{
+    Records const mixed = {Of(lookup, 416, "TV"), Of(lookup, 435, "tname  is TV ,name is TV "), Of(lookup, 446, state)};
+    EXPECT_EQ(ReadSearch(mixed, "TV").state, SearchState::Unclear);
+}
+
 TEST(Evidence, TheLeSidesSearchIsNoSearchByName)
 {
     auto records = FoundTv("TV");

@@ -59,6 +59,7 @@ TEST(Records, AnAlmostRecordIsNone)
     for (std::string const line : {
              "2024-13-07 09:05:02 047[File:SubVorlink][Line:1][Function:ReadLine] x",
              "2024-02-30 09:05:02 047[File:SubVorlink][Line:1][Function:ReadLine] x",
+             "2024-03-07 09:60:02 047[File:SubVorlink][Line:1][Function:ReadLine] x",
              "2024-03-07 24:05:02 047[File:SubVorlink][Line:1][Function:ReadLine] x",
              "2024-03-07 09:05:02 47[File:SubVorlink][Line:1][Function:ReadLine] x",
              "2024-03-07 09:05:02 047 [File:SubVorlink][Line:1][Function:ReadLine] x",
