@@ -241,7 +241,7 @@ namespace host
                            "beside vorlinkctl.exe names a simulator that is not there."},
             {"0x80004002",
              "Whatever answers for Windows.Devices.Enumeration here is not the real platform, or is too old; "
-             "on Wine, run it with the simulator (host/simulated.manifest)."},
+             "on Wine, run it with the simulator (share/vorlink/simulator.manifest)."},
             {"0x8007007E", "A DLL that the manifest beside vorlinkctl.exe names is missing."},
             {"0x80070005", "Run the program as a user who may use Bluetooth; ask the administrator about a policy."},
         };

@@ -30,8 +30,8 @@
    9. Lifetime. Neither DLL is unloaded, and vorlink_close stops nothing of the library: its threads, its events and a
       report on its way need its code, and an unpairing its object, to the end of the process. One object serves all
       handles.
-  10. What ends the process in the library ends it here: an error of the platform in vorlink_unpair, or behind a
-      function that has returned. Vorlink.h, which has the C++ interface, tells which, and more that holds here too:
+  10. What ends the process in the library ends it here: an error of the platform in vorlink_unpair, in a pairing from
+      its beginning, or behind a function that has returned. Vorlink.h, which has the C++ interface, tells which, and more that holds here too:
       which device a name finds, what is learnt after a pairing, which files are kept in the current folder.
 */
 #ifndef VORLINK_C_H

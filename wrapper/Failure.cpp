@@ -28,7 +28,8 @@ namespace wrapper
             {VORLINK_LIBRARY_UNUSABLE, "The vorlink.dll beside vorlink_c.dll cannot be used."},
             {VORLINK_PLATFORM_FAILURE, "The platform failed."},
             {VORLINK_OUT_OF_MEMORY, "There is not enough memory."},
-            {VORLINK_BUSY, "A pairing or an unpairing lasts; its report has not come and it was not forgotten."},
+            {VORLINK_BUSY, "A pairing or an unpairing lasts: its report has not come and it was not forgotten, or its "
+                           "search still runs."},
             {VORLINK_NO_THREAD, "The system gave the library no thread."},
             {VORLINK_UNKNOWN_FAILURE, "The library failed in a way that vorlink_c.dll does not know."},
             {VORLINK_STILL_RUNNING, "Done, but a callback or a search still runs: its context is still needed."},

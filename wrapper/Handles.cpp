@@ -12,7 +12,7 @@ namespace wrapper
     {
         auto FindHandle(State const& state, vorlink_t const* handle)
         {
-            return std::ranges::find(state.handles, handle, [](auto const& each) { return each.get(); });
+            return std::ranges::find(state.handles, handle);
         }
     } // namespace
 
@@ -34,10 +34,12 @@ namespace wrapper
 
     vorlink_t* OpenHandle()
     {
-        auto handle = std::make_unique<vorlink_t>();
         auto& state = TheState();
         std::lock_guard const lock(state.mutex);
-        return state.handles.emplace_back(std::move(handle)).get();
+        // A number that never comes again, so that a handle kept beyond its closing is known. Nothing lies there.
+        auto* const handle = reinterpret_cast<vorlink_t*>(++state.latestHandle); // NOLINT(performance-no-int-to-ptr)
+        state.handles.push_back(handle);
+        return handle;
     }
 
     void RequireOpen(vorlink_t const* handle)

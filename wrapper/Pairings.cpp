@@ -4,6 +4,7 @@
 #include "wrapper/Text.h"
 
 #include <array>
+#include <chrono>
 #include <cstddef>
 #include <cstdio>
 #include <string_view>
@@ -24,6 +25,10 @@ namespace wrapper
                 return;
             }
             state.lasts = false;
+            if (state.inCall.thread == std::this_thread::get_id())
+            {
+                state.inCall = {};
+            }
             Waiter const waiter = std::exchange(state.waiter, {});
             Running const running(state, &State::reportsRunning);
             lock.unlock();
@@ -53,7 +58,7 @@ namespace wrapper
         void OnUnpaired(bool success, int)
         {
             auto const isOwn = [](State const& state) {
-                return state.kind == Kind::Unpairing && state.ticket % unpairingsToldApart == Index;
+                return state.kind == Kind::Unpairing && state.unpairings % unpairingsToldApart == Index;
             };
             Report(isOwn, [success](Waiter const& waiter) {
                 if (waiter.onUnpaired)
@@ -74,11 +79,11 @@ namespace wrapper
 
     bool ForgetPairing(State& state, vorlink_t const* handle)
     {
-        bool isSearching = false;
+        // Two searches at a time would take each other's devices, so one that goes on is not over.
+        bool const isSearching = state.inCall.ticket != 0 && state.inCall.handle == handle;
         if (state.lasts && state.waiter.handle == handle)
         {
             state.waiter = {handle, {}, nullptr, nullptr, nullptr};
-            isSearching = state.isInCall; // two searches at a time would take each other's devices
             state.lasts = isSearching;
         }
         return isSearching || state.reportsRunning != 0;
@@ -87,16 +92,24 @@ namespace wrapper
     Call::Call(Waiter waiter)
     {
         auto& state = TheState();
-        std::lock_guard const lock(state.mutex);
+        std::unique_lock lock(state.mutex);
+        // A report may have come before its call has returned, which then takes an instant; or a late one of an earlier
+        // pairing in the place of one whose search still goes on.
+        constexpr std::chrono::milliseconds instant{100};
+        if (!state.lasts)
+        {
+            state.callEnded.wait_for(lock, instant, [&] { return state.inCall.ticket == 0 || state.lasts; });
+        }
         RequireOpen(state, waiter.handle);
-        if (state.lasts)
+        if (state.lasts || state.inCall.ticket != 0)
         {
             throw Failure{VORLINK_BUSY, CodeText(VORLINK_BUSY)};
         }
         m_ticket = ++state.ticket;
+        m_unpairing = state.unpairings += waiter.onUnpaired ? 1 : 0;
         state.kind = waiter.onPaired ? Kind::Pairing : Kind::Unpairing;
         state.lasts = true;
-        state.isInCall = true;
+        state.inCall = {m_ticket, std::this_thread::get_id(), waiter.handle};
         state.waiter = std::move(waiter);
     }
 
@@ -104,18 +117,22 @@ namespace wrapper
     {
         auto& state = TheState();
         std::lock_guard const lock(state.mutex);
+        if (state.inCall.ticket == m_ticket)
+        {
+            state.inCall = {};
+            state.callEnded.notify_all();
+        }
         if (!state.lasts || state.ticket != m_ticket)
         {
             return;
         }
-        state.isInCall = false;
         bool const isForgotten = !state.waiter.onPaired && !state.waiter.onUnpaired;
         state.lasts = m_succeeded && !isForgotten;
     }
 
     UnpairResultCallback Call::UnpairCallback() const
     {
-        return unpairCallbacks[m_ticket % unpairingsToldApart];
+        return unpairCallbacks[m_unpairing % unpairingsToldApart];
     }
 
     void OnPaired(PairReport report)

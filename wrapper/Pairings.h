@@ -27,6 +27,7 @@ namespace wrapper
 
     private:
         std::uint64_t m_ticket;
+        std::uint64_t m_unpairing;
         bool m_succeeded = false;
     };
 

@@ -3,15 +3,12 @@
 
 #include "interface/vorlink_c.h"
 
+#include <condition_variable>
 #include <cstdint>
-#include <memory>
 #include <mutex>
 #include <string>
+#include <thread>
 #include <vector>
-
-struct vorlink_t
-{
-};
 
 namespace wrapper
 {
@@ -32,6 +29,14 @@ namespace wrapper
         void* context = nullptr;
     };
 
+    // A call that may still be searching: it has not returned, and has not reported on its own thread.
+    struct InCall
+    {
+        std::uint64_t ticket = 0; // 0: none
+        std::thread::id thread;
+        vorlink_t const* handle = nullptr;
+    };
+
     enum class Kind
     {
         Pairing,
@@ -41,13 +46,16 @@ namespace wrapper
     struct State
     {
         std::mutex mutex; // held for an instant, and never while the library or the host is called
-        std::vector<std::unique_ptr<vorlink_t>> handles;
+        std::uintptr_t latestHandle = 0;
+        std::vector<vorlink_t const*> handles; // those that are open
 
-        std::uint64_t ticket = 0; // of the latest pairing or unpairing
+        std::uint64_t ticket = 0;     // of the latest pairing or unpairing
+        std::uint64_t unpairings = 0; // of these, the latest
         Kind kind = Kind::Pairing;
         bool lasts = false;
-        bool isInCall = false; // the library's function has not returned
-        Waiter waiter;         // without callbacks when it was forgotten
+        InCall inCall;
+        std::condition_variable callEnded;
+        Waiter waiter; // without callbacks when it was forgotten
 
         Listener listener;
 

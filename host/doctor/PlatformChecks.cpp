@@ -170,14 +170,16 @@ namespace host
         if (module.filename() == "vorlink_simulator.dll")
         {
             return {{"platform", Verdict::Ok, "the simulator (vorlink_simulator.dll)",
-                     "For real devices, put host/vorlinkctl.exe.manifest of the sources beside the program."},
+                     "For real devices, put the vorlinkctl.exe.manifest for the real platform beside the program: the "
+                     "package's, or "
+                     "host/ of the sources."},
                     Answering::Simulator};
         }
         if (IsWine())
         {
             return {{"platform", Verdict::Problem, "Wine's own (" + path + "), which finds no devices",
-                     "Put vorlink_simulator.dll beside the program, and host/simulated.manifest of the sources as "
-                     "vorlinkctl.exe.manifest."},
+                     "Put vorlink_simulator.dll beside the program, and the manifest that names it (share/vorlink/"
+                     "simulator.manifest, or host/simulated.manifest of the sources) as vorlinkctl.exe.manifest."},
                     Answering::Wine};
         }
         return {{"platform", Verdict::Ok, "the real one (" + path + ")", {}}, Answering::Windows};

@@ -309,3 +309,47 @@ TEST(Close, WorksInsideACallback)
     EXPECT_EQ(closing.code, VORLINK_STILL_RUNNING);
     EXPECT_EQ(vorlink_close(vorlink), VORLINK_INVALID_ARGUMENT) << "once is enough";
 }
+
+// The older pairing's report goes to the newer one, whose search is still on: that one is not over.
+TEST(Forget, LetsALateReportEndNoSearch)
+{
+    Load(patient + slowTag);
+    auto* const vorlink = Open();
+    ASSERT_EQ(vorlink_pair(vorlink, "Tag", OnPaired, &laterPairs), VORLINK_OK);
+    ASSERT_TRUE(WaitForCall("Accept("));
+    ASSERT_EQ(vorlink_forget(vorlink, VORLINK_PAIRING), VORLINK_OK);
+    std::thread search([&] { EXPECT_EQ(vorlink_pair(vorlink, "Nobody", OnPaired, &pairs), VORLINK_OK); });
+    EXPECT_TRUE(SimulatorWaitForTrace("DeviceWatcher.Start(", 2, 20'000));
+    CompletePairing(19);
+    EXPECT_TRUE(pairs.WaitFor(1));
+    ExpectBusy(vorlink);
+    EXPECT_EQ(vorlink_forget(vorlink, VORLINK_PAIRING), VORLINK_STILL_RUNNING);
+    SimulateEnumerationCompletes();
+    search.join();
+    ExpectFree(vorlink);
+}
+
+TEST(Forget, TellsALateUnpairingApartHoweverManyPairingsCameBetween)
+{
+    auto* const vorlink = BeginUnpairing();
+    ASSERT_EQ(vorlink_forget(vorlink, VORLINK_PAIRING), VORLINK_OK);
+    for (int round = 0; round < 7; ++round)
+    {
+        ExpectFree(vorlink);
+    }
+    ASSERT_EQ(vorlink_unpair(vorlink, "Second", OnUnpaired, &laterUnpairs), VORLINK_OK);
+    CompleteUnpairing(firstAddress, 4);
+    EXPECT_EQ(unpairs.Count() + laterUnpairs.Count(), 0u);
+    CompleteUnpairing(secondAddress, 0);
+    ASSERT_TRUE(laterUnpairs.WaitFor(1));
+    EXPECT_EQ(laterUnpairs.At(0), 1);
+}
+
+TEST(Close, LeavesAHandleThatNeverComesAgain)
+{
+    auto* const closed = Open();
+    ASSERT_EQ(vorlink_close(closed), VORLINK_OK);
+    auto* const vorlink = Open();
+    EXPECT_EQ(vorlink_close(closed), VORLINK_INVALID_ARGUMENT);
+    ExpectFree(vorlink);
+}
