@@ -5,6 +5,7 @@
 #include "simulator/query/AqsOperand.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 namespace simulator
@@ -26,18 +27,12 @@ namespace simulator
                 return true;
             }
 
-            Expression Join(Expression::Kind kind, std::vector<Expression> terms)
-            {
-                return terms.size() == 1 ? std::move(terms.front()) : Expression{kind, {}, std::move(terms)};
-            }
-
-            // The grammar, one function a rule, from the loosest binding to the tightest:
+            // The grammar, one function a rule:
             //
-            //   any        = all { OR all }
-            //   all        = unary { [AND] unary }
-            //   unary      = NOT unary | "(" any ")" | comparison
+            //   chain      = unary { [AND | OR] unary }
+            //   unary      = NOT unary | "(" chain ")" | comparison
             //   comparison = property ":" [operator] operand
-            Expression ParseAny(Lexer& lexer, int depth);
+            Expression ParseChain(Lexer& lexer, int depth);
 
             Expression ParseComparison(Lexer& lexer)
             {
@@ -82,7 +77,7 @@ namespace simulator
                 {
                     return ParseComparison(lexer);
                 }
-                auto inside = ParseAny(lexer, depth + 1);
+                auto inside = ParseChain(lexer, depth + 1);
                 if (!TakeIf(lexer, TokenKind::Close))
                 {
                     Fail("no closing parenthesis for the one", first.position);
@@ -95,30 +90,35 @@ namespace simulator
                 return kind == TokenKind::Word || kind == TokenKind::Not || kind == TokenKind::Open;
             }
 
-            Expression ParseAll(Lexer& lexer, int depth)
+            std::optional<Expression::Link> TakeLink(Lexer& lexer)
             {
-                std::vector<Expression> terms{ParseUnary(lexer, depth)};
-                while (TakeIf(lexer, TokenKind::And) || BeginsUnary(lexer.Ahead().kind))
+                if (TakeIf(lexer, TokenKind::Or))
                 {
-                    terms.push_back(ParseUnary(lexer, depth));
+                    return Expression::Link::Or;
                 }
-                return Join(Expression::Kind::And, std::move(terms));
+                if (TakeIf(lexer, TokenKind::And) || BeginsUnary(lexer.Ahead().kind))
+                {
+                    return Expression::Link::And;
+                }
+                return std::nullopt;
             }
 
-            Expression ParseAny(Lexer& lexer, int depth)
+            Expression ParseChain(Lexer& lexer, int depth)
             {
-                std::vector<Expression> terms{ParseAll(lexer, depth)};
-                while (TakeIf(lexer, TokenKind::Or))
+                std::vector<Expression> terms{ParseUnary(lexer, depth)};
+                while (auto const link = TakeLink(lexer))
                 {
-                    terms.push_back(ParseAll(lexer, depth));
+                    terms.push_back(ParseUnary(lexer, depth));
+                    terms.back().link = *link;
                 }
-                return Join(Expression::Kind::Or, std::move(terms));
+                return terms.size() == 1 ? std::move(terms.front())
+                                         : Expression{Expression::Kind::Chain, {}, std::move(terms)};
             }
 
             Expression ParseWhole(std::string_view text)
             {
                 Lexer lexer(text);
-                auto whole = ParseAny(lexer, 0);
+                auto whole = ParseChain(lexer, 0);
                 if (lexer.Ahead().kind != TokenKind::End)
                 {
                     Fail("the query should end", lexer.Ahead().position);

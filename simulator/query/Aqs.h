@@ -1,8 +1,7 @@
 // The platform's query language, as far as it selects devices: `property:operator operand` joined by AND,
-// OR, NOT, parentheses, or mere juxtaposition (which is AND).
+// OR, NOT, parentheses, or mere juxtaposition (which is AND). AND and OR have one rank, and bind from left to right.
 //
 // Settled here where the platform leaves it open:
-// - AND binds tighter than OR wherever they stand, juxtaposed or spelled out.
 // - Texts compare exactly, letter case included.
 // - A property without a value equals null alone, so it differs from every other operand.
 #pragma once

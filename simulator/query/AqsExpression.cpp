@@ -1,6 +1,5 @@
 #include "simulator/query/AqsExpression.h"
 
-#include <algorithm>
 #include <functional>
 
 namespace simulator::aqs
@@ -14,6 +13,17 @@ namespace simulator::aqs
             auto const* first = std::get_if<T>(&left);
             auto const* second = std::get_if<T>(&right);
             return first && second && predicate(*first, *second);
+        }
+
+        bool ChainHolds(std::vector<Expression> const& terms, Properties const& properties)
+        {
+            bool holds = true;
+            for (auto const& term : terms)
+            {
+                holds = term.link == Expression::Link::And ? holds && Holds(term, properties)
+                                                           : holds || Holds(term, properties);
+            }
+            return holds;
         }
     } // namespace
 
@@ -45,17 +55,14 @@ namespace simulator::aqs
 
     bool Holds(Expression const& expression, Properties const& properties)
     {
-        auto const holds = [&properties](Expression const& operand) { return Holds(operand, properties); };
         switch (expression.kind)
         {
         case Expression::Kind::Comparison:
             return Holds(expression.comparison, properties);
-        case Expression::Kind::And:
-            return std::ranges::all_of(expression.operands, holds);
-        case Expression::Kind::Or:
-            return std::ranges::any_of(expression.operands, holds);
+        case Expression::Kind::Chain:
+            return ChainHolds(expression.operands, properties);
         case Expression::Kind::Not:
-            return !holds(expression.operands.front());
+            return !Holds(expression.operands.front(), properties);
         }
         return false;
     }

@@ -1,4 +1,4 @@
-// A query once understood: comparisons at the leaves, AND, OR and NOT above them.
+// A query once understood: comparisons at the leaves, chains of AND and OR, and NOT, above them.
 #pragma once
 
 #include "simulator/properties/Property.h"
@@ -21,14 +21,20 @@ namespace simulator::aqs
         enum class Kind
         {
             Comparison,
+            Chain,
+            Not,
+        };
+
+        enum class Link
+        {
             And,
             Or,
-            Not,
         };
 
         Kind kind = Kind::Comparison;
         Comparison comparison;            // of a Comparison
         std::vector<Expression> operands; // of the others; Not has one
+        Link link = Link::And;            // to all that stands before it in its chain
     };
 
     bool Holds(Comparison const& comparison, Properties const& properties);

@@ -94,11 +94,15 @@ TEST(Aqs, TermsCombine)
     EXPECT_TRUE(Combines("F | F | T"));
 }
 
-TEST(Aqs, AndBindsTighterThanOr)
+TEST(Aqs, AndAndOrBindFromLeftToRight)
 {
-    EXPECT_TRUE(Combines("T | T & F"));
-    EXPECT_TRUE(Combines("T | F & F"));
+    EXPECT_FALSE(Combines("T | T & F"));
+    EXPECT_FALSE(Combines("T | F & F"));
+    EXPECT_TRUE(Combines("T | (F & F)"));
+    EXPECT_TRUE(Combines("T | F & T"));
     EXPECT_TRUE(Combines("F & F | T"));
+    EXPECT_FALSE(Combines("F & F | T & F"));
+    EXPECT_TRUE(Combines("T | T & F | T"));
     EXPECT_FALSE(Combines("(T | T) & F"));
     EXPECT_FALSE(Combines("F & (F | T)"));
 }
@@ -110,7 +114,8 @@ TEST(Aqs, JuxtapositionIsAnd)
     EXPECT_FALSE(Combines("(T)(F)"));
     EXPECT_TRUE(Combines("F F | T"));    // (F F) OR T
     EXPECT_FALSE(Combines("F (F | T)")); // unlike this
-    EXPECT_TRUE(Combines("T | F F"));
+    EXPECT_FALSE(Combines("T | F F"));   // (T OR F) F
+    EXPECT_TRUE(Combines("T | (F F)"));
     EXPECT_TRUE(Combines("T !F"));
 }
 
@@ -142,6 +147,17 @@ TEST(Aqs, LongFlatQueriesAreFine)
         query += " OR System.Devices.Aep.SignalStrength:=-" + std::to_string(number);
     }
     EXPECT_TRUE(Selects(query, Speaker()));
+}
+
+TEST(Aqs, LongMixedQueriesAreFine)
+{
+    std::string pattern = "F";
+    for (int repeats = 0; repeats < 50'000; ++repeats)
+    {
+        pattern += " | T & F";
+    }
+    EXPECT_FALSE(Combines(pattern));
+    EXPECT_TRUE(Combines(pattern + " | T"));
 }
 
 TEST(Aqs, QueryOutlivesItsText)
