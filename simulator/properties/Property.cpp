@@ -7,12 +7,6 @@ namespace simulator
 {
     namespace
     {
-        constexpr unsigned char ToLower(char character) noexcept
-        {
-            auto const lower = character >= 'A' && character <= 'Z' ? character - 'A' + 'a' : character;
-            return static_cast<unsigned char>(lower);
-        }
-
         struct KnownProperty
         {
             std::string_view name;

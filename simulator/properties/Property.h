@@ -21,6 +21,13 @@ namespace simulator
     // monostate: the property is known and has no value (the platform hands out null).
     using Value = std::variant<std::monostate, bool, std::int32_t, std::string, Guid>;
 
+    // Of ASCII; any other byte stays.
+    constexpr unsigned char ToLower(char character) noexcept
+    {
+        auto const lower = character >= 'A' && character <= 'Z' ? character - 'A' + 'a' : character;
+        return static_cast<unsigned char>(lower);
+    }
+
     // Property names compare without regard to ASCII case, as the platform's queries do.
     struct PropertyNameLess
     {

@@ -2,7 +2,7 @@
 // OR, NOT, parentheses, or mere juxtaposition (which is AND). AND and OR have one rank, and bind from left to right.
 //
 // Settled here where the platform leaves it open:
-// - Texts compare exactly, letter case included.
+// - Whether a text contains another does not depend on the case of ASCII letters. Other comparisons of texts are exact.
 // - A property without a value equals null alone, so it differs from every other operand.
 #pragma once
 

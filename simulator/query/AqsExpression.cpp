@@ -1,6 +1,8 @@
 #include "simulator/query/AqsExpression.h"
 
+#include <algorithm>
 #include <functional>
+#include <string_view>
 
 namespace simulator::aqs
 {
@@ -13,6 +15,11 @@ namespace simulator::aqs
             auto const* first = std::get_if<T>(&left);
             auto const* second = std::get_if<T>(&right);
             return first && second && predicate(*first, *second);
+        }
+
+        bool ContainsText(std::string_view whole, std::string_view part)
+        {
+            return part.empty() || !std::ranges::search(whole, part, {}, ToLower, ToLower).empty();
         }
 
         bool ChainHolds(std::vector<Expression> const& terms, Properties const& properties)
@@ -43,12 +50,15 @@ namespace simulator::aqs
         case Operator::Greater:
             return Both<std::int32_t>(value, operand, std::greater<>());
         case Operator::Contains:
-            return Both<std::string>(value, operand, [](std::string_view whole, std::string_view part) {
-                return whole.find(part) != std::string_view::npos;
-            });
+            return Both<std::string>(value, operand, ContainsText);
+        case Operator::ContainsNot:
+            return Both<std::string>(value, operand, std::not_fn(ContainsText));
         case Operator::BeginsWith:
             return Both<std::string>(
                 value, operand, [](std::string_view whole, std::string_view part) { return whole.starts_with(part); });
+        case Operator::EndsWith:
+            return Both<std::string>(
+                value, operand, [](std::string_view whole, std::string_view part) { return whole.ends_with(part); });
         }
         return false;
     }

@@ -40,7 +40,10 @@ namespace simulator::aqs
             {"<", Operator::Less},
             {">", Operator::Greater},
             {"~~", Operator::Contains},
+            {"~=", Operator::Contains},
+            {"~!", Operator::ContainsNot},
             {"~<", Operator::BeginsWith},
+            {"~>", Operator::EndsWith},
         };
     } // namespace
 

@@ -16,7 +16,9 @@ namespace simulator::aqs
         Less,
         Greater,
         Contains,
+        ContainsNot,
         BeginsWith,
+        EndsWith,
     };
 
     enum class TokenKind

@@ -111,7 +111,9 @@ namespace simulator::aqs
         case Operator::Greater:
             return std::holds_alternative<std::int32_t>(operand);
         case Operator::Contains:
+        case Operator::ContainsNot:
         case Operator::BeginsWith:
+        case Operator::EndsWith:
             return std::holds_alternative<std::string>(operand);
         }
         return false;

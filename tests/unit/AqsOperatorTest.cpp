@@ -34,9 +34,26 @@ namespace
     };
 
     constexpr Case part[] = {
-        {R"(System.ItemNameDisplay:~~"chen Sp")", true}, {R"(System.ItemNameDisplay:~~"garden")", false},
-        {R"(System.ItemNameDisplay:~<"Kitchen")", true}, {R"(System.ItemNameDisplay:~<"Speaker")", false},
-        {"System.ItemNameDisplay:~<Kitchen", true},      {R"(System.Devices.Aep.ModelName:~~"")", false},
+        {R"(System.ItemNameDisplay:~~"chen Sp")", true},
+        {R"(System.ItemNameDisplay:~~"garden")", false},
+        {R"(System.ItemNameDisplay:~<"Kitchen")", true},
+        {R"(System.ItemNameDisplay:~<"Speaker")", false},
+        {"System.ItemNameDisplay:~<Kitchen", true},
+        {R"(System.Devices.Aep.ModelName:~~"")", false},
+        {R"(System.ItemNameDisplay:~<"kitchen")", false},
+        {R"(System.ItemNameDisplay:~~"CHEN sP")", true},
+        {R"(System.ItemNameDisplay:~="chEN")", true},
+        {R"(System.ItemNameDisplay:~="garden")", false},
+        {R"(System.ItemNameDisplay:~~"")", true},
+        {R"(System.ItemNameDisplay:~!"")", false},
+        {R"(System.ItemNameDisplay:~!"SPEAKER")", false},
+        {R"(System.ItemNameDisplay:~!"garden")", true},
+        {R"(System.Devices.Aep.ModelName:~!"garden")", false}, // asked of texts alone
+        {R"(System.ItemNameDisplay:~>"Speaker")", true},
+        {R"(System.ItemNameDisplay:~>"speaker")", false},
+        {R"(System.ItemNameDisplay:~>"Kitchen")", false},
+        {"System.ItemNameDisplay:~>er", true},
+        {R"(System.Devices.Aep.ModelName:~>"")", false},
     };
 
     constexpr Case null[] = {
