@@ -47,8 +47,12 @@ namespace simulator::aqs
             return value != operand;
         case Operator::Less:
             return Both<std::int32_t>(value, operand, std::less<>());
+        case Operator::LessOrEqual:
+            return Both<std::int32_t>(value, operand, std::less_equal<>());
         case Operator::Greater:
             return Both<std::int32_t>(value, operand, std::greater<>());
+        case Operator::GreaterOrEqual:
+            return Both<std::int32_t>(value, operand, std::greater_equal<>());
         case Operator::Contains:
             return Both<std::string>(value, operand, ContainsText);
         case Operator::ContainsNot:

@@ -37,7 +37,11 @@ namespace simulator::aqs
             {"<>", Operator::NotEqual},
             {"\xE2\x89\xA0", Operator::NotEqual}, // the not-equal sign
             {"-", Operator::NotEqual},
+            {"<=", Operator::LessOrEqual},
+            {"\xE2\x89\xA4", Operator::LessOrEqual}, // the signs of one character
             {"<", Operator::Less},
+            {">=", Operator::GreaterOrEqual},
+            {"\xE2\x89\xA5", Operator::GreaterOrEqual},
             {">", Operator::Greater},
             {"~~", Operator::Contains},
             {"~=", Operator::Contains},
@@ -131,7 +135,11 @@ namespace simulator::aqs
 
     Token Lexer::ScanDelimited(TokenKind kind, char last)
     {
-        auto const end = m_text.find(last, m_position + 1);
+        auto end = m_text.find(last, m_position + 1);
+        while (kind == TokenKind::Quoted && end != std::string_view::npos && m_text.substr(end + 1).starts_with(last))
+        {
+            end = m_text.find(last, end + 2);
+        }
         if (end == std::string_view::npos)
         {
             Fail(std::string("no closing ") + last + " for what begins", m_position);

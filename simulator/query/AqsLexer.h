@@ -14,7 +14,9 @@ namespace simulator::aqs
         Equal,
         NotEqual,
         Less,
+        LessOrEqual,
         Greater,
+        GreaterOrEqual,
         Contains,
         ContainsNot,
         BeginsWith,
@@ -31,7 +33,7 @@ namespace simulator::aqs
         Not,
         Word,    // a property's name, bare text, or a Boolean literal
         Compare, // a colon and its operator
-        Quoted,  // text without its quotes
+        Quoted,  // text without the quotes around it; those within are still doubled
         Braced,  // a GUID, braces included
         Integer, // perhaps with a sign
         Null,    // []

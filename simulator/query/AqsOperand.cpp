@@ -4,7 +4,10 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstddef>
 #include <optional>
+#include <string>
+#include <string_view>
 #include <system_error>
 #include <utility>
 
@@ -41,13 +44,23 @@ namespace simulator::aqs
             return Value{number};
         }
 
+        std::string WithSingleQuotes(std::string_view text)
+        {
+            std::string plain;
+            for (std::size_t at = 0; at < text.size(); at += text[at] == '"' ? 2u : 1u)
+            {
+                plain += text[at];
+            }
+            return plain;
+        }
+
         std::optional<Value> ReadText(Token const& operand)
         {
             if (operand.kind != TokenKind::Quoted && (operand.kind != TokenKind::Word || ReadBoolean(operand)))
             {
                 return std::nullopt;
             }
-            return Value{std::string(operand.text)};
+            return Value{WithSingleQuotes(operand.text)}; // a bare word has none
         }
 
         std::optional<Value> ReadGuid(Token const& operand)
@@ -108,8 +121,10 @@ namespace simulator::aqs
         case Operator::NotEqual:
             return true;
         case Operator::Less:
+        case Operator::LessOrEqual:
         case Operator::Greater:
-            return std::holds_alternative<std::int32_t>(operand);
+        case Operator::GreaterOrEqual:
+            return std::holds_alternative<std::int32_t>(operand) || std::holds_alternative<Guid>(operand);
         case Operator::Contains:
         case Operator::ContainsNot:
         case Operator::BeginsWith:

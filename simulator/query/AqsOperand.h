@@ -9,6 +9,6 @@ namespace simulator::aqs
     // The operand as a value of a property's kind. Throws QueryError when it is missing or of another kind.
     Value ReadOperand(Token const& operand, PropertyKind kind);
 
-    // Order is for numbers, parts are for texts; nothing but equality is asked of null.
+    // Order is for numbers and, in vain, for GUIDs; parts are for texts; nothing but equality is asked of null.
     bool Fits(Operator compare, Value const& operand);
 } // namespace simulator::aqs

@@ -54,17 +54,17 @@ TEST_P(AqsFault, IsRefused)
     EXPECT_THROW(Query::Parse(GetParam()), QueryError);
 }
 
-INSTANTIATE_TEST_SUITE_P(Terms, AqsFault,
-                         testing::Values("System.ItemNameDisplay", "System.ItemNameDisplay \"x\"",
-                                         "System.ItemNameDisplay=\"x\"",
-                                         "System.ItemNameDisplay:", "System.ItemNameDisplay:=",
-                                         "System.ItemNameDisplay:= ", "System.ItemNameDisplay:NOT",
-                                         "System.ItemNameDisplay:==\"x\"", "System.ItemNameDisplay:!\"x\"",
-                                         "System.ItemNameDisplay:~\"x\"", "System.ItemNameDisplay:=\"x",
-                                         "System.ItemNameDisplay:=[", "System.ItemNameDisplay:=[x]",
-                                         "System.ItemNameDisplay::=\"x\"", "System.ItemNameDisplay:=\"x\" \"y\"",
-                                         ":=\"x\"", "\"x\"", "[]", "5", "System.Devices.Aep.NoSuchThing:=5",
-                                         "NoSuchThing:=[]", "{A35996AB-11CF-4935-8B61-A6761081ECDF} 13:=5"));
+INSTANTIATE_TEST_SUITE_P(
+    Terms, AqsFault,
+    testing::Values("System.ItemNameDisplay", "System.ItemNameDisplay \"x\"", "System.ItemNameDisplay=\"x\"",
+                    "System.ItemNameDisplay:", "System.ItemNameDisplay:=", "System.ItemNameDisplay:= ",
+                    "System.ItemNameDisplay:NOT", "System.ItemNameDisplay:==\"x\"", "System.ItemNameDisplay:!\"x\"",
+                    "System.ItemNameDisplay:~\"x\"", "System.ItemNameDisplay:=\"x", R"(System.ItemNameDisplay:="x"")",
+                    R"(System.ItemNameDisplay:=""")", R"(System.ItemNameDisplay:="x"y")", "System.ItemNameDisplay:=[",
+                    "System.ItemNameDisplay:=[x]", "System.ItemNameDisplay::=\"x\"",
+                    "System.ItemNameDisplay:=\"x\" \"y\"", ":=\"x\"", "\"x\"", "[]", "5",
+                    "System.Devices.Aep.NoSuchThing:=5", "NoSuchThing:=[]",
+                    "{A35996AB-11CF-4935-8B61-A6761081ECDF} 13:=5"));
 
 INSTANTIATE_TEST_SUITE_P(
     Types, AqsFault,
@@ -78,7 +78,10 @@ INSTANTIATE_TEST_SUITE_P(
                     "System.Devices.Aep.SignalStrength:~~5", "System.Devices.Aep.SignalStrength:~>5",
                     "System.ItemNameDisplay:~![]", "System.ItemNameDisplay:~=[]",
                     "System.ItemNameDisplay:=System.StructuredQueryType.Boolean#True", "System.ItemNameDisplay:=5",
-                    "System.ItemNameDisplay:<\"x\"", "System.ItemNameDisplay:~~[]",
+                    "System.ItemNameDisplay:<\"x\"", "System.ItemNameDisplay:>=\"x\"",
+                    "System.Devices.Aep.SignalStrength:<=[]",
+                    "System.Devices.Aep.CanPair:>=System.StructuredQueryType.Boolean#True",
+                    "System.Devices.Aep.ProtocolId:<[]", "System.ItemNameDisplay:~~[]",
                     "System.Devices.Aep.ProtocolId:=e0cbf06c-cd8b-4647-bb8a-263b43f0f974",
                     "System.Devices.Aep.ProtocolId:=\"e0cbf06c-cd8b-4647-bb8a-263b43f0f974\"",
                     "System.Devices.Aep.ProtocolId:={e0cbf06c-cd8b-4647-bb8a-263b43f0f97}",

@@ -33,6 +33,21 @@ namespace
         {"System.Devices.DevObjectType:<5", false},       {"System.Devices.DevObjectType:>5", false},
     };
 
+    constexpr Case orderOrEqual[] = {
+        {"System.Devices.Aep.SignalStrength:<=-60", true}, {"System.Devices.Aep.SignalStrength:<=-61", false},
+        {"System.Devices.Aep.SignalStrength:>=-60", true}, {"System.Devices.Aep.SignalStrength:>=-59", false},
+        {"System.Devices.Aep.SignalStrength:≤-60", true},  {"System.Devices.Aep.SignalStrength:≤-61", false},
+        {"System.Devices.Aep.SignalStrength:≥-60", true},  {"System.Devices.Aep.SignalStrength:≥-59", false},
+        {"System.Devices.DevObjectType:<=5", false},       {"System.Devices.DevObjectType:>=5", false},
+    };
+
+    constexpr Case guidOrder[] = {
+        {"System.Devices.Aep.ProtocolId:<{ffffffff-cd8b-4647-bb8a-263b43f0f974}", false},
+        {"System.Devices.Aep.ProtocolId:>{00000000-cd8b-4647-bb8a-263b43f0f974}", false},
+        {"System.Devices.Aep.ProtocolId:<={e0cbf06c-cd8b-4647-bb8a-263b43f0f974}", false},
+        {"System.Devices.Aep.ProtocolId:>={e0cbf06c-cd8b-4647-bb8a-263b43f0f974}", false},
+    };
+
     constexpr Case part[] = {
         {R"(System.ItemNameDisplay:~~"chen Sp")", true},
         {R"(System.ItemNameDisplay:~~"garden")", false},
@@ -88,6 +103,10 @@ TEST_P(AqsOperator, ComparesWithTheSpeaker)
 INSTANTIATE_TEST_SUITE_P(Equality, AqsOperator, testing::ValuesIn(equality));
 
 INSTANTIATE_TEST_SUITE_P(Order, AqsOperator, testing::ValuesIn(order));
+
+INSTANTIATE_TEST_SUITE_P(OrderOrEqual, AqsOperator, testing::ValuesIn(orderOrEqual));
+
+INSTANTIATE_TEST_SUITE_P(GuidOrder, AqsOperator, testing::ValuesIn(guidOrder));
 
 INSTANTIATE_TEST_SUITE_P(Part, AqsOperator, testing::ValuesIn(part));
 

@@ -128,6 +128,17 @@ TEST(Aqs, NotBindsTighterThanAnd)
     EXPECT_TRUE(Combines("T & !F"));
 }
 
+TEST(Aqs, AQuoteWithinQuotesIsDoubled)
+{
+    Properties const blue = {{"System.ItemNameDisplay", R"(The "blue" one)"}};
+    EXPECT_TRUE(Selects(R"(System.ItemNameDisplay:="The ""blue"" one")", blue));
+    EXPECT_FALSE(Selects(R"(System.ItemNameDisplay:="The ""green"" one")", blue));
+    EXPECT_TRUE(Selects(R"(System.ItemNameDisplay:~~"""")", blue));
+    EXPECT_FALSE(Selects(R"(System.ItemNameDisplay:~~"""""")", blue));
+    EXPECT_TRUE(Selects(R"(System.ItemNameDisplay:~~"""BLUE"""AND System.ItemNameDisplay:~>"one")", blue));
+    EXPECT_TRUE(Selects(R"(System.ItemNameDisplay:="")", {{"System.ItemNameDisplay", ""}}));
+}
+
 TEST(Aqs, EmptyAndBlankTextMatchEverything)
 {
     for (auto const* const text : {"", " ", " \t\r\n"})
