@@ -19,7 +19,10 @@ namespace simulator::aqs
 
         bool ContainsText(std::string_view whole, std::string_view part)
         {
-            return part.empty() || !std::ranges::search(whole, part, {}, ToLower, ToLower).empty();
+            // Not std::ranges::search: clang 14 does not compile what it returns.
+            auto const same = [](char left, char right) { return ToLower(left) == ToLower(right); };
+            return part.empty() ||
+                   std::search(whole.begin(), whole.end(), part.begin(), part.end(), same) != whole.end();
         }
 
         bool ChainHolds(std::vector<Expression> const& terms, Properties const& properties)
