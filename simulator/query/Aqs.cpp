@@ -27,14 +27,21 @@ namespace simulator
                 return true;
             }
 
-            // The grammar, one function a rule:
+            // Asks for a search by radio, and selects nothing: in the query it is as if it were not there.
+            bool IsInstruction(std::string_view property)
+            {
+                constexpr std::string_view instruction = "System.Devices.Aep.Bluetooth.IssueInquiry";
+                return std::ranges::equal(property, instruction, {}, ToLower, ToLower);
+            }
+
+            // The grammar, one function a rule, which returns nothing where there are instructions alone:
             //
             //   chain      = unary { [AND | OR] unary }
             //   unary      = NOT unary | "(" chain ")" | comparison
             //   comparison = property ":" [operator] operand
-            Expression ParseChain(Lexer& lexer, int depth);
+            std::optional<Expression> ParseChain(Lexer& lexer, int depth);
 
-            Expression ParseComparison(Lexer& lexer)
+            std::optional<Expression> ParseComparison(Lexer& lexer)
             {
                 auto const property = lexer.Take();
                 if (property.kind != TokenKind::Word)
@@ -56,11 +63,15 @@ namespace simulator
                 {
                     Fail("the operator does not fit its operand", compare.position);
                 }
+                if (IsInstruction(property.text))
+                {
+                    return std::nullopt;
+                }
                 Comparison comparison{std::string(property.text), compare.compare, std::move(operand)};
-                return {Expression::Kind::Comparison, std::move(comparison), {}};
+                return Expression{Expression::Kind::Comparison, std::move(comparison), {}};
             }
 
-            Expression ParseUnary(Lexer& lexer, int depth)
+            std::optional<Expression> ParseUnary(Lexer& lexer, int depth)
             {
                 auto const first = lexer.Ahead();
                 if (depth > deepestNesting)
@@ -69,9 +80,9 @@ namespace simulator
                 }
                 if (TakeIf(lexer, TokenKind::Not))
                 {
-                    Expression negation{Expression::Kind::Not, {}, {}};
-                    negation.operands.push_back(ParseUnary(lexer, depth + 1));
-                    return negation;
+                    auto negated = ParseUnary(lexer, depth + 1);
+                    return negated ? std::optional(Expression{Expression::Kind::Not, {}, {*std::move(negated)}})
+                                   : std::nullopt;
                 }
                 if (!TakeIf(lexer, TokenKind::Open))
                 {
@@ -103,19 +114,27 @@ namespace simulator
                 return std::nullopt;
             }
 
-            Expression ParseChain(Lexer& lexer, int depth)
+            std::optional<Expression> ParseChain(Lexer& lexer, int depth)
             {
-                std::vector<Expression> terms{ParseUnary(lexer, depth)};
-                while (auto const link = TakeLink(lexer))
+                std::vector<Expression> terms;
+                std::optional link = Expression::Link::And;
+                do
                 {
-                    terms.push_back(ParseUnary(lexer, depth));
-                    terms.back().link = *link;
+                    if (auto term = ParseUnary(lexer, depth))
+                    {
+                        term->link = terms.empty() ? Expression::Link::And : *link;
+                        terms.push_back(*std::move(term));
+                    }
+                    link = TakeLink(lexer);
+                } while (link);
+                if (terms.size() > 1)
+                {
+                    return Expression{Expression::Kind::Chain, {}, std::move(terms)};
                 }
-                return terms.size() == 1 ? std::move(terms.front())
-                                         : Expression{Expression::Kind::Chain, {}, std::move(terms)};
+                return terms.empty() ? std::nullopt : std::optional(std::move(terms.front()));
             }
 
-            Expression ParseWhole(std::string_view text)
+            std::optional<Expression> ParseWhole(std::string_view text)
             {
                 Lexer lexer(text);
                 auto whole = ParseChain(lexer, 0);
@@ -131,11 +150,14 @@ namespace simulator
     Query Query::Parse(std::string_view text)
     {
         Query query;
-        if (!std::ranges::all_of(text, aqs::IsBlank))
+        if (std::ranges::all_of(text, aqs::IsBlank))
         {
-            query.m_expression = std::make_shared<aqs::Expression const>(aqs::ParseWhole(text));
+            query.m_blank = !text.empty();
         }
-        query.m_blank = !text.empty() && !query.m_expression;
+        else if (auto whole = aqs::ParseWhole(text))
+        {
+            query.m_expression = std::make_shared<aqs::Expression const>(*std::move(whole));
+        }
         return query;
     }
 

@@ -29,7 +29,7 @@ namespace simulator
     class Query
     {
     public:
-        // Empty or blank text matches everything.
+        // Empty or blank text matches everything, and so does one of instructions alone.
         static Query Parse(std::string_view text);
 
         // A property that `properties` does not hold counts as null.

@@ -10,7 +10,8 @@ using namespace test;
 
 namespace
 {
-    // The letters of a query stand for properties that hold (T) or do not (F), to test how terms combine.
+    // The letters of a query stand for properties that hold (T) or do not (F), to test how terms combine;
+    // I stands for the instruction to look for devices.
     bool Combines(std::string_view pattern)
     {
         std::string query;
@@ -18,6 +19,8 @@ namespace
         {
             query += character == 'T'   ? "System.Devices.Aep.CanPair:=System.StructuredQueryType.Boolean#True"
                      : character == 'F' ? "System.Devices.Aep.IsPaired:=System.StructuredQueryType.Boolean#True"
+                     : character == 'I'
+                         ? "System.Devices.Aep.Bluetooth.IssueInquiry:=System.StructuredQueryType.Boolean#True"
                      : character == '&' ? "AND"
                      : character == '|' ? "OR"
                      : character == '!' ? "NOT "
@@ -137,6 +140,32 @@ TEST(Aqs, AQuoteWithinQuotesIsDoubled)
     EXPECT_FALSE(Selects(R"(System.ItemNameDisplay:~~"""""")", blue));
     EXPECT_TRUE(Selects(R"(System.ItemNameDisplay:~~"""BLUE"""AND System.ItemNameDisplay:~>"one")", blue));
     EXPECT_TRUE(Selects(R"(System.ItemNameDisplay:="")", {{"System.ItemNameDisplay", ""}}));
+}
+
+TEST(Aqs, AnInstructionSelectsAndExcludesNothing)
+{
+    for (auto const* const pattern : {"T | I", "I | T", "T & I", "I & T", "T I", "!I T", "T & !I", "(I) & T", "(I I) T",
+                                      "F | I | T", "T & I & T", "F & I | T", "I", "!I", "(I | I)"})
+    {
+        EXPECT_TRUE(Combines(pattern)) << pattern;
+    }
+    for (auto const* const pattern : {"F | I", "I | F", "F & I", "I & F", "F I", "!I F", "F | !I", "(I) | F",
+                                      "(I | I) | F", "T & (F | I)", "T & (I | F)", "I | T & F", "!(T | I)"})
+    {
+        EXPECT_FALSE(Combines(pattern)) << pattern;
+    }
+}
+
+TEST(Aqs, AnInstructionIsNoProperty)
+{
+    constexpr std::string_view instruction =
+        "system.devices.aep.bluetooth.ISSUEINQUIRY:=System.StructuredQueryType.Boolean#False";
+    for (auto const& value : {Value{}, Value{true}, Value{false}})
+    {
+        EXPECT_TRUE(Selects(instruction, {{"System.Devices.Aep.Bluetooth.IssueInquiry", value}}));
+    }
+    EXPECT_TRUE(Selects(instruction, {}));
+    EXPECT_FALSE(Query::Parse(instruction).IsBlank());
 }
 
 TEST(Aqs, EmptyAndBlankTextMatchEverything)
