@@ -21,8 +21,7 @@ namespace simulator
         void PlanEndpoint(WatcherRun& run, Neighbour const& neighbour)
         {
             auto const& [endpoint, inRange] = neighbour;
-            run.seen.push_back({endpoint.id, endpoint.properties});
-            run.seen.back().unfiltered = endpoint.unfiltered;
+            run.seen.insert({endpoint.id, {.properties = endpoint.properties, .unfiltered = endpoint.unfiltered}});
             if (inRange.value_or(endpoint.appearsAtMs != never))
             {
                 Plan(run, std::chrono::milliseconds(inRange ? 0 : endpoint.appearsAtMs),
@@ -137,31 +136,31 @@ namespace simulator
 
     Report See(WatcherRun& run, Happening const& happening)
     {
-        auto const seen =
-            std::find_if(run.seen.begin(), run.seen.end(), [&](Seen const& one) { return one.id == happening.id; });
-        if (seen == run.seen.end())
+        auto const found = run.seen.find(happening.id);
+        if (found == run.seen.end())
         {
             return {};
         }
-        auto changed = Apply(run, *seen, happening);
+        auto& [id, seen] = *found;
+        auto changed = Apply(run, seen, happening);
         if (happening.inRange)
         {
-            Move(run, *seen, *happening.inRange);
+            Move(run, seen, *happening.inRange);
         }
-        bool const before = seen->reported;
-        seen->reported =
-            seen->inRange && !seen->tooLate && (seen->unfiltered || run.watching->filter.Matches(seen->properties));
-        if (seen->reported && (!before || happening.again))
+        bool const before = seen.reported;
+        seen.reported =
+            seen.inRange && !seen.tooLate && (seen.unfiltered || run.watching->filter.Matches(seen.properties));
+        if (seen.reported && (!before || happening.again))
         {
-            return {Report::Event::Added, seen->id, seen->properties};
+            return {Report::Event::Added, id, seen.properties};
         }
-        if (before && !seen->reported)
+        if (before && !seen.reported)
         {
-            return {Report::Event::Removed, seen->id, {}};
+            return {Report::Event::Removed, id, {}};
         }
         if (before && !changed.empty())
         {
-            return {Report::Event::Updated, seen->id, std::move(changed)};
+            return {Report::Event::Updated, id, std::move(changed)};
         }
         return {};
     }
