@@ -14,11 +14,17 @@ namespace simulator
     {
         void Populate(Neighbourhood& neighbourhood, Scenario scenario)
         {
+            neighbourhood.neighboursById.clear();
             neighbourhood.neighbours.clear();
-            for (auto const& endpoint : scenario.endpoints)
+            for (auto& endpoint : scenario.endpoints)
             {
-                neighbourhood.neighbours.push_back({endpoint, std::nullopt});
+                neighbourhood.neighbours.push_back({std::move(endpoint), std::nullopt});
             }
+            for (auto& neighbour : neighbourhood.neighbours)
+            {
+                neighbourhood.neighboursById.insert({neighbour.endpoint.id, &neighbour});
+            }
+            scenario.endpoints = {};
             neighbourhood.scenario = std::move(scenario);
         }
 
@@ -100,9 +106,8 @@ namespace simulator
 
     Neighbour* FindNeighbour(Neighbourhood& neighbourhood, std::string_view id)
     {
-        auto const found = std::find_if(neighbourhood.neighbours.begin(), neighbourhood.neighbours.end(),
-                                        [&](Neighbour const& one) { return one.endpoint.id == id; });
-        return found == neighbourhood.neighbours.end() ? nullptr : &*found;
+        auto const found = neighbourhood.neighboursById.find(id);
+        return found == neighbourhood.neighboursById.end() ? nullptr : found->second;
     }
 
     void Happen(Neighbourhood& neighbourhood, Happening const& happening)

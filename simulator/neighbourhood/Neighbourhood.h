@@ -12,6 +12,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -48,8 +49,9 @@ namespace simulator
         std::string fault;            // why the first scenario could not be loaded
         bool held = false;
         std::uint32_t watchersMade = 0;
-        Scenario scenario{};
-        std::vector<Neighbour> neighbours;
+        Scenario scenario{};               // its endpoints have become the neighbours
+        std::vector<Neighbour> neighbours; // in the scenario's order; none comes or goes before a restart
+        std::unordered_map<std::string_view, Neighbour*> neighboursById;
         std::vector<std::shared_ptr<WatcherRun>> runs;
         std::vector<std::shared_ptr<Operation>> operations;
     };
