@@ -127,7 +127,7 @@ namespace simulator
             auto const entry = neighbour->endpoint.properties.insert_or_assign(property, value).first;
             pairingChanged = pairingChanged || entry->first == isPairedProperty;
         }
-        if (pairingChanged)
+        if (pairingChanged && HasStateFile())
         {
             ChangeStateFile(happening.id, StateOf(neighbourhood));
         }

@@ -77,13 +77,14 @@ namespace simulator
         }
     }
 
+    bool HasStateFile()
+    {
+        return !StateFile().empty();
+    }
+
     void ChangeStateFile(std::string const& id, PairingState const& now)
     {
         auto const file = StateFile();
-        if (file.empty())
-        {
-            return;
-        }
         try
         {
             FileLock const lock(file);
