@@ -108,12 +108,9 @@ namespace simulator
 
     void Tell(WatcherRun& run, Happening const& happening)
     {
-        if (happening.inRange)
+        if (auto const seen = run.seen.find(happening.id); happening.inRange && seen != run.seen.end())
         {
-            // What a verb says about an endpoint's presence replaces the scenario's times.
-            std::erase_if(run.schedule, [&](TimedTask const& timed) {
-                return timed.task && timed.task->inRange && timed.task->id == happening.id;
-            });
+            seen->second.moved = true;
         }
         run.tasks.emplace_back(happening);
     }

@@ -17,6 +17,7 @@ namespace simulator
         bool tooLate = false; // it came after the enumeration, in a scenario where that is not reported
         bool reported = false;
         bool unfiltered = false; // it counts as a match
+        bool moved = false;      // by a verb: that replaces the scenario's times, which are passed over when due
     };
 
     // No happening: the enumeration completes.

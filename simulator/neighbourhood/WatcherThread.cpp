@@ -14,12 +14,20 @@ namespace simulator
             return run.stop || run.abort || run.cutOff || run.orphaned;
         }
 
+        bool IsReplaced(WatcherRun const& run, Task const& task)
+        {
+            return task && task->inRange && run.seen.at(task->id).moved;
+        }
+
         void TakeDue(WatcherRun& run)
         {
             auto const now = Clock::now();
             while (!run.schedule.empty() && run.schedule.front().due <= now)
             {
-                run.tasks.push_back(std::move(run.schedule.front().task));
+                if (auto& task = run.schedule.front().task; !IsReplaced(run, task))
+                {
+                    run.tasks.push_back(std::move(task));
+                }
                 run.schedule.pop_front();
             }
         }
