@@ -31,8 +31,9 @@
       report on its way need its code, and an unpairing its object, to the end of the process. One object serves all
       handles.
   10. What ends the process in the library ends it here: an error of the platform in vorlink_unpair, in a pairing from
-      its beginning, or behind a function that has returned. Vorlink.h, which has the C++ interface, tells which, and more that holds here too:
-      which device a name finds, what is learnt after a pairing, which files are kept in the current folder.
+      its beginning, or behind a function that has returned. Vorlink.h, which has the C++ interface, tells which, and
+  more that holds here too: which device a name finds, what is learnt after a pairing, which files are kept in the
+  current folder.
 */
 #ifndef VORLINK_C_H
 #define VORLINK_C_H
