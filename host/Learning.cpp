@@ -151,8 +151,9 @@ namespace host
         progress.Finish();
         session.Log().Poll();
         auto learning = HasSeenImitation() ? Learning{} : ReadLearning(session.Log().Records());
-        // What the library has stored is true, whatever its log says.
-        if (auto const stored = session.StoredLe(name); CanKeep(name) && stored != before)
+        // What the library has stored is true, whatever its log says. Until the reader is done it may be storing.
+        auto const stored = end == ReaderEnd::ListingRead ? session.StoredLe(name) : before;
+        if (CanKeep(name) && stored != before)
         {
             std::erase(learning.taken, stored);
             learning.taken.push_back(stored);

@@ -2,6 +2,8 @@
 
 #include "host/DataFile.h"
 #include "host/Library.h"
+#include "host/Terminal.h"
+#include "host/Text.h"
 
 #include <windows.h>
 
@@ -26,14 +28,15 @@ namespace host
             }
         }
 
-        std::filesystem::path EnterPrivateFolder()
+        // Before the process leaves it.
+        std::filesystem::path UserFolder()
         {
             MakeAbsolute(L"VORLINK_SCENARIO");
             MakeAbsolute(L"VORLINK_SIMULATOR_STATE");
             return std::filesystem::current_path();
         }
 
-        // One that cannot be read is none to the library.
+        // One that cannot be read is none to the library, which would not say so.
         void CopyStore(std::filesystem::path const& from, std::filesystem::path const& to)
         {
             try
@@ -43,8 +46,10 @@ namespace host
                     ReplaceFileText(to, entries);
                 }
             }
-            catch (std::runtime_error const&)
+            catch (std::runtime_error const& error)
             {
+                PrintError("vorlinkctl: " + Harmless(error.what()) +
+                           ": no LE side that it holds is known in this run.\n");
             }
         }
 
@@ -56,7 +61,7 @@ namespace host
     } // namespace
 
     Session::Session(bool keepLog)
-        : m_userFolder(EnterPrivateFolder())
+        : m_userFolder(UserFolder())
         , m_log(m_folder.Path() / "log.log", keepLog ? m_userFolder / "log.log" : std::filesystem::path())
         , m_vorlink(MakeVorlink(LoadVorlink()))
     {

@@ -112,6 +112,7 @@ TEST(SlowLearn, ThatCannotBeKeptSaysSo)
 {
     UseScenario(tag);
     std::filesystem::create_directory(store); // where the file belongs
+    EXPECT_THAT(RunVorlinkctl({"pair", "Nobody"}).error, HasSubstr("MyLEData cannot be read: no LE side"));
     std::string output;
     for (int attempt = 0; attempt < 4 && output.find("Learnt:") == std::string::npos; ++attempt)
     {
