@@ -1,5 +1,7 @@
 #include "tests/host/LiveVorlinkctl.h"
 
+#include "tests/support/LogFile.h"
+
 #include <gtest/gtest.h>
 
 namespace test
@@ -45,6 +47,14 @@ namespace test
     bool LiveVorlinkctl::Runs() const
     {
         return WaitForSingleObject(m_process.hProcess, 0) == WAIT_TIMEOUT;
+    }
+
+    void LiveVorlinkctl::WaitForLog(std::string const& text) const
+    {
+        while (test::ReadFile("log.log").find(text) == std::string::npos && Runs())
+        {
+            Sleep(5);
+        }
     }
 
     void LiveVorlinkctl::PressCtrlC() const

@@ -23,6 +23,9 @@ namespace test
 
         bool Runs() const;
 
+        // Waits until "log.log" holds the text, or for the program's end.
+        void WaitForLog(std::string const& text) const;
+
         void PressCtrlC() const;
 
         // Ends it at once, and waits for that.

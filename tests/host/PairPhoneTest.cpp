@@ -144,10 +144,7 @@ TEST(PairPhone, CtrlCInThePairingSaysWhatItHasLeftBehind)
 {
     UseScenario(Phone("[device.pairing]\nduration-ms = 'never'\n"));
     LiveVorlinkctl vorlinkctl({"pair-phone", "My Own Mobile Phone", "--log"});
-    while (ReadFile("log.log").find("find device ") == std::string::npos && vorlinkctl.Runs())
-    {
-        Sleep(5);
-    }
+    vorlinkctl.WaitForLog("find device ");
     vorlinkctl.PressCtrlC();
     auto const result = vorlinkctl.Finish();
     EXPECT_EQ(result.exitCode, 5u);

@@ -171,10 +171,7 @@ TEST(Pair, CtrlCSaysWhatItHasLeftBehind)
     UseScenario(
         "[[device]]\nname = 'Dreamer'\naddress = 'd0:3e:7d:92:0c:58'\n[device.pairing]\nduration-ms = 'never'\n");
     LiveVorlinkctl vorlinkctl({"pair", "Dreamer", "--log"});
-    while (ReadFile("log.log").find("CLassic id is") == std::string::npos && vorlinkctl.Runs())
-    {
-        Sleep(5);
-    }
+    vorlinkctl.WaitForLog("CLassic id is");
     vorlinkctl.PressCtrlC();
     auto const result = vorlinkctl.Finish();
     EXPECT_EQ(result.exitCode, 5u);
@@ -186,10 +183,7 @@ TEST(Pair, CtrlCInTheSearchLeavesNothingBehind)
 {
     UseScenario("enumeration-completes-ms = 'never'\n");
     LiveVorlinkctl vorlinkctl({"pair", "Nobody", "--log"});
-    while (ReadFile("log.log").empty() && vorlinkctl.Runs())
-    {
-        Sleep(5);
-    }
+    vorlinkctl.WaitForLog("Nobody");
     vorlinkctl.PressCtrlC();
     auto const result = vorlinkctl.Finish();
     EXPECT_EQ(result.exitCode, 5u);

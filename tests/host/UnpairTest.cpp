@@ -204,10 +204,7 @@ TEST(Unpair, CtrlCSaysWhatItHasLeftBehind)
 {
     UseScenario(PairedTag("[device.unpairing]\nduration-ms = 'never'\n"));
     LiveVorlinkctl vorlinkctl({"unpair", "Tag", "--log"});
-    while (ReadFile("log.log").find("CLassic id is") == std::string::npos && vorlinkctl.Runs())
-    {
-        Sleep(5);
-    }
+    vorlinkctl.WaitForLog("CLassic id is");
     vorlinkctl.PressCtrlC();
     auto const result = vorlinkctl.Finish();
     EXPECT_EQ(result.exitCode, 5u);
