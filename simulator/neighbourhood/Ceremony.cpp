@@ -98,9 +98,8 @@ namespace simulator
 
         // With the mutex held.
         void Begin(Neighbourhood& neighbourhood, std::shared_ptr<Operation> const& operation,
-                   OperationListener const& listener, bool refused)
+                   OperationListener const& listener)
         {
-            operation->rejected = refused;
             operation->cancel = listener.cancel;
             Register(neighbourhood, operation);
         }
@@ -125,7 +124,8 @@ namespace simulator
         auto const* const neighbour = FindNeighbour(neighbourhood, operation->id);
         auto const ceremony = neighbour ? neighbour->endpoint.pairing : Ceremony{};
         operation->answerable = true;
-        Begin(neighbourhood, operation, listener, refusal.has_value());
+        operation->occupies = !refusal;
+        Begin(neighbourhood, operation, listener);
         lock.unlock();
 
         OnThreadOf(operation, std::move(listener), [refusal, ceremony](Operation& own, OperationListener const& told) {
@@ -144,7 +144,8 @@ namespace simulator
         auto const refusal = AsOutcome(UnpairRefusal(neighbourhood, operation->id));
         auto const* const neighbour = FindNeighbour(neighbourhood, operation->id);
         auto const unpairing = neighbour ? neighbour->endpoint.unpairing : Unpairing{};
-        Begin(neighbourhood, operation, listener, refusal.has_value());
+        operation->occupies = !refusal;
+        Begin(neighbourhood, operation, listener);
         lock.unlock();
 
         OnThreadOf(operation, std::move(listener), [refusal, unpairing](Operation& own, OperationListener const& told) {
@@ -154,6 +155,18 @@ namespace simulator
         {
             WaitUnlessProgramIsAwaited(*operation);
         }
+    }
+
+    void StartErrand(std::shared_ptr<Operation> const& operation, std::int32_t durationMs, OperationListener listener)
+    {
+        auto& neighbourhood = TheNeighbourhood();
+        {
+            std::lock_guard const lock(neighbourhood.mutex);
+            Begin(neighbourhood, operation, listener);
+        }
+        OnThreadOf(operation, std::move(listener), [durationMs](Operation& own, OperationListener const& told) {
+            told.end(AwaitOutcome(own, 0, durationMs), DevicePairingProtectionLevel::None);
+        });
     }
 
     DevicePairingProtectionLevel HighestProtection(std::string const& id)

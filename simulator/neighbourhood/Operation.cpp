@@ -13,7 +13,7 @@ namespace simulator
     {
         for (auto const& operation : neighbourhood.operations)
         {
-            if (operation->id == id && !operation->rejected && !operation->ended && !operation->cancelled)
+            if (operation->id == id && operation->occupies && !operation->ended && !operation->cancelled)
             {
                 return operation;
             }
@@ -37,6 +37,13 @@ namespace simulator
     {
         auto operation = MakePairing(id);
         operation->unpairing = true;
+        return operation;
+    }
+
+    std::shared_ptr<Operation> MakeErrand()
+    {
+        auto operation = std::make_shared<Operation>();
+        operation->occupies = false;
         return operation;
     }
 

@@ -1,4 +1,5 @@
-// A pairing or unpairing that is under way: where it stands, what it waits for.
+// A pairing, an unpairing or an errand that is under way: where it stands, what it waits for. An errand is whatever
+// else the platform does in its own time, looking up a device say.
 #pragma once
 
 #include "simulator/neighbourhood/Neighbourhood.h"
@@ -23,7 +24,7 @@ namespace simulator
         std::uint64_t generation = 0;
         std::string id;
         bool unpairing = false;
-        bool rejected = false;        // decided before the endpoint was asked: it does not occupy the endpoint
+        bool occupies = true;         // the endpoint: not what was refused before the endpoint was asked, nor an errand
         std::function<void()> cancel; // told by a reset, ahead of the end
 
         bool busy = true;   // false while it waits: for its time, a deferral, a verb
@@ -47,6 +48,7 @@ namespace simulator
 
     std::shared_ptr<Operation> MakePairing(std::string const& id);
     std::shared_ptr<Operation> MakeUnpairing(std::string const& id);
+    std::shared_ptr<Operation> MakeErrand();
 
     // With the mutex held: the neighbourhood knows it from now on.
     void Register(Neighbourhood& neighbourhood, std::shared_ptr<Operation> const& operation);

@@ -1,11 +1,13 @@
-// IAsyncOperation<T>: the caller's side of a pairing or unpairing.
+// IAsyncOperation<T>: the caller's side of what the platform does in its own time.
 #pragma once
 
+#include "platform/abi/Enumeration.h"
 #include "simulator/com/Object.h"
 #include "simulator/trace/Call.h"
 
 #include <functional>
 #include <mutex>
+#include <type_traits>
 #include <utility>
 
 namespace simulator
@@ -13,31 +15,48 @@ namespace simulator
     // The first operation of a process has the number 1.
     UINT32 NextOperationNumber() noexcept;
 
+    // The name of an operation's runtime class, by its result as that crosses the boundary.
     template <typename Result>
-    char const* OperationClassName() noexcept;
+    inline constexpr char const* operationClassName = nullptr;
     template <>
-    char const* OperationClassName<platform::IDevicePairingResult>() noexcept;
+    inline constexpr auto operationClassName<platform::IDevicePairingResult*> =
+        "Windows.Foundation.IAsyncOperation`1<Windows.Devices.Enumeration.DevicePairingResult>";
     template <>
-    char const* OperationClassName<platform::IDeviceUnpairingResult>() noexcept;
+    inline constexpr auto operationClassName<platform::IDeviceUnpairingResult*> =
+        "Windows.Foundation.IAsyncOperation`1<Windows.Devices.Enumeration.DeviceUnpairingResult>";
 
+    // What holds a result: a reference to an object, or a plain value.
     template <typename Result>
-    class AsyncOperation final : public Object<platform::IAsyncOperation<Result*>, platform::IAsyncInfo>
+    struct HeldResult
     {
-        using Self = platform::IAsyncOperation<Result*>;
-        using Handler = platform::AsyncOperationCompletedHandler<Result*>;
+        using Type = Result;
+    };
+    template <typename Interface>
+    struct HeldResult<Interface*>
+    {
+        using Type = Ref<Interface>;
+    };
+
+    // `Result` is as it crosses the boundary: a pointer to an interface, or an enumeration.
+    template <typename Result>
+    class AsyncOperation final : public Object<platform::IAsyncOperation<Result>, platform::IAsyncInfo>
+    {
+        using Handler = platform::AsyncOperationCompletedHandler<Result>;
         using AsyncStatus = platform::AsyncStatus;
 
     public:
-        // `cancelled` is told when the caller cancels, with no lock held.
-        AsyncOperation(std::string device, std::function<void()> cancelled)
-            : m_device(std::move(device))
+        using Held = typename HeldResult<Result>::Type;
+
+        // `subject` is what the trace names it by. `cancelled` is told when the caller cancels, with no lock held.
+        AsyncOperation(std::string subject, std::function<void()> cancelled)
+            : m_subject(std::move(subject))
             , m_cancelled(std::move(cancelled))
         {
         }
 
         // The result of an operation that is over: to be followed by FireCompleted. A cancellation that came
         // first stands.
-        void Complete(Ref<Result> result)
+        void Complete(Held result)
         {
             Settle(AsyncStatus::Completed, S_OK, std::move(result));
         }
@@ -67,7 +86,7 @@ namespace simulator
 
         HRESULT STDMETHODCALLTYPE put_Completed(Handler* handler) override
         {
-            return Call("AsyncOperation.put_Completed", m_device, [&](std::string&) {
+            return Call("AsyncOperation.put_Completed", m_subject, [&](std::string&) {
                 std::unique_lock lock(m_mutex);
                 if (m_closed)
                 {
@@ -94,7 +113,7 @@ namespace simulator
 
         HRESULT STDMETHODCALLTYPE get_Completed(Handler** handler) override
         {
-            return Call("AsyncOperation.get_Completed", m_device, [&](std::string&) {
+            return Call("AsyncOperation.get_Completed", m_subject, [&](std::string&) {
                 if (!handler)
                 {
                     return E_POINTER;
@@ -105,14 +124,14 @@ namespace simulator
             });
         }
 
-        HRESULT STDMETHODCALLTYPE GetResults(Result** results) override
+        HRESULT STDMETHODCALLTYPE GetResults(Result* results) override
         {
-            return Call("AsyncOperation.GetResults", m_device, [&](std::string&) {
+            return Call("AsyncOperation.GetResults", m_subject, [&](std::string&) {
                 if (!results)
                 {
                     return E_POINTER;
                 }
-                *results = nullptr;
+                *results = {};
                 std::lock_guard const lock(m_mutex);
                 if (!m_closed && m_status == AsyncStatus::Error)
                 {
@@ -122,7 +141,14 @@ namespace simulator
                 {
                     return illegalMethodCall;
                 }
-                *results = Ref(m_result).Detach();
+                if constexpr (std::is_pointer_v<Result>)
+                {
+                    *results = Held(m_result).Detach();
+                }
+                else
+                {
+                    *results = m_result;
+                }
                 return S_OK;
             });
         }
@@ -139,7 +165,7 @@ namespace simulator
 
         HRESULT STDMETHODCALLTYPE get_ErrorCode(HRESULT* code) override
         {
-            return Call("AsyncOperation.get_ErrorCode", m_device, [&](std::string& result) {
+            return Call("AsyncOperation.get_ErrorCode", m_subject, [&](std::string& result) {
                 if (!code)
                 {
                     return E_POINTER;
@@ -153,7 +179,7 @@ namespace simulator
 
         HRESULT STDMETHODCALLTYPE Cancel() override
         {
-            return Call("AsyncOperation.Cancel", m_device, [&](std::string&) {
+            return Call("AsyncOperation.Cancel", m_subject, [&](std::string&) {
                 {
                     std::lock_guard const lock(m_mutex);
                     if (m_closed)
@@ -173,7 +199,7 @@ namespace simulator
 
         HRESULT STDMETHODCALLTYPE Close() override
         {
-            return Call("AsyncOperation.Close", m_device, [&](std::string&) {
+            return Call("AsyncOperation.Close", m_subject, [&](std::string&) {
                 std::lock_guard const lock(m_mutex);
                 if (m_status == AsyncStatus::Started)
                 {
@@ -187,10 +213,11 @@ namespace simulator
     private:
         char const* ClassName() const noexcept override
         {
-            return OperationClassName<Result>();
+            static_assert(operationClassName<Result> != nullptr);
+            return operationClassName<Result>;
         }
 
-        void Settle(AsyncStatus status, HRESULT error, Ref<Result> result)
+        void Settle(AsyncStatus status, HRESULT error, Held result)
         {
             std::lock_guard const lock(m_mutex);
             if (m_status == AsyncStatus::Started)
@@ -204,7 +231,7 @@ namespace simulator
         template <typename T, typename Value>
         HRESULT Read(Method method, T* value, Value read)
         {
-            return Call(method, m_device, [&](std::string& result) {
+            return Call(method, m_subject, [&](std::string& result) {
                 if (!value)
                 {
                     return E_POINTER;
@@ -220,18 +247,18 @@ namespace simulator
             });
         }
 
-        std::string const m_device;
+        std::string const m_subject;
         std::function<void()> const m_cancelled;
         UINT32 const m_number = NextOperationNumber();
         std::mutex m_mutex;
         AsyncStatus m_status = AsyncStatus::Started;
         HRESULT m_error = S_OK;
-        Ref<Result> m_result;
+        Held m_result{};
         Ref<Handler> m_handler;
         bool m_handlerAssigned = false;
         bool m_closed = false;
     };
 
-    using PairingOperation = AsyncOperation<platform::IDevicePairingResult>;
-    using UnpairingOperation = AsyncOperation<platform::IDeviceUnpairingResult>;
+    using PairingOperation = AsyncOperation<platform::IDevicePairingResult*>;
+    using UnpairingOperation = AsyncOperation<platform::IDeviceUnpairingResult*>;
 } // namespace simulator
