@@ -7,10 +7,10 @@
 namespace simulator
 {
     // What an operation tells whoever began it. Called with no lock held: `cancel` by a reset, ahead of the end and
-    // perhaps while another runs, the others on the operation's own thread.
+    // perhaps while another runs, `end` on the operation's own thread, `ask` there or on a further one.
     struct OperationListener
     {
-        std::function<void()> cancel;
+        std::function<void()> cancel{};
 
         // The device's state follows the outcome already.
         std::function<void(Outcome const& outcome, platform::DevicePairingProtectionLevel used)> end;

@@ -18,7 +18,7 @@ namespace simulator
             neighbourhood.neighbours.clear();
             for (auto& endpoint : scenario.endpoints)
             {
-                neighbourhood.neighbours.push_back({std::move(endpoint), std::nullopt});
+                neighbourhood.neighbours.push_back({std::move(endpoint), std::nullopt, std::nullopt});
             }
             for (auto& neighbour : neighbourhood.neighbours)
             {
@@ -104,6 +104,11 @@ namespace simulator
         return neighbourhood;
     }
 
+    bool IsInRange(Neighbour const& neighbour)
+    {
+        return neighbour.inRange.value_or(neighbour.sensed.value_or(neighbour.endpoint.appearsAtMs != never));
+    }
+
     Neighbour* FindNeighbour(Neighbourhood& neighbourhood, std::string_view id)
     {
         auto const found = neighbourhood.neighboursById.find(id);
@@ -173,7 +178,12 @@ namespace simulator
     {
         auto& neighbourhood = TheNeighbourhood();
         std::unique_lock lock(neighbourhood.mutex);
-        neighbourhood.changed.wait(lock, [&] { return !neighbourhood.held || generation != neighbourhood.generation; });
+        auto const isOver = [&] { return generation != neighbourhood.generation; };
+        neighbourhood.changed.wait(lock, [&] { return !neighbourhood.held || isOver(); });
+        if (auto const delay = neighbourhood.scenario.choices.eventDelayMs; delay > 0)
+        {
+            neighbourhood.changed.wait_for(lock, std::chrono::milliseconds(delay), isOver);
+        }
         return generation == neighbourhood.generation;
     }
 } // namespace simulator

@@ -28,6 +28,7 @@ namespace simulator
     {
         Endpoint endpoint;
         std::optional<bool> inRange;
+        std::optional<bool> sensed{}; // by the watcher that saw it come or go last
     };
 
     // Something that happens to an endpoint, at once for everyone or in its time for one watcher.
@@ -59,6 +60,8 @@ namespace simulator
     // Made at first use, with the first scenario; never destroyed.
     Neighbourhood& TheNeighbourhood();
 
+    bool IsInRange(Neighbour const& neighbour);
+
     Neighbour* FindNeighbour(Neighbourhood& neighbourhood, std::string_view id);
 
     // With the mutex held: changes the endpoint, and every started watcher hears of it.
@@ -71,6 +74,6 @@ namespace simulator
     void HoldEvents(bool hold);
     bool WaitIdle(std::chrono::milliseconds limit);
 
-    // Waits while events are held; false when the generation is over.
+    // Waits while events are held, and for as long as they take; false when the generation is over.
     bool PassGate(std::uint64_t generation);
 } // namespace simulator

@@ -1,5 +1,7 @@
 #include "simulator/neighbourhood/Operation.h"
 
+#include "platform/abi/EnumerationValues.h"
+
 #include <algorithm>
 
 namespace simulator
@@ -107,22 +109,38 @@ namespace simulator
         neighbourhood.changed.notify_all();
     }
 
-    std::optional<Outcome> AwaitAnswer(Operation& operation)
+    std::optional<Outcome> AwaitAnswer(Operation& operation, std::int32_t withinMs)
     {
         auto& neighbourhood = TheNeighbourhood();
         std::unique_lock lock(neighbourhood.mutex);
         auto const done = [&] { return operation.deferrals == 0 || operation.cancelled || operation.forced; };
+        bool inTime = true;
         if (!done())
         {
             operation.busy = false;
             neighbourhood.changed.notify_all();
-            neighbourhood.changed.wait(lock, done);
+            if (withinMs == never)
+            {
+                neighbourhood.changed.wait(lock, done);
+            }
+            else
+            {
+                auto const due = Clock::now() + std::chrono::milliseconds(withinMs);
+                operation.due = due;
+                inTime = neighbourhood.changed.wait_until(lock, due, done);
+                operation.due.reset();
+            }
             operation.busy = true;
         }
         operation.answerable = false;
         if (operation.cancelled)
         {
             return Outcome{.cancelled = true};
+        }
+        if (!inTime)
+        {
+            return Outcome{.status =
+                               static_cast<std::int32_t>(platform::DevicePairingResultStatus::AuthenticationTimeout)};
         }
         return operation.deferrals == 0 ? std::nullopt : operation.forced;
     }

@@ -59,8 +59,9 @@ namespace simulator
     // Waits for the operation's time to pass, or for a verb or a cancellation to come first.
     Outcome AwaitOutcome(Operation& operation, std::int32_t status, std::int32_t durationMs);
 
-    // Waits until the program has answered and its deferrals are done. Null when nothing but the answer counts.
-    std::optional<Outcome> AwaitAnswer(Operation& operation);
+    // Waits until the program has answered and its deferrals are done, or its time for that is up. Null when nothing
+    // but the answer counts.
+    std::optional<Outcome> AwaitAnswer(Operation& operation, std::int32_t withinMs);
 
     // By the program. An answer that comes too late, or a second one, changes nothing.
     void Cancel(Operation& operation);

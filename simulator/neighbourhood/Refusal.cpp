@@ -33,8 +33,11 @@ namespace simulator
         };
         Check const checks[] = {
             {Occupying(neighbourhood, id) != nullptr, DevicePairingResultStatus::OperationAlreadyInProgress},
+            {endpoint.pairing.promptOpen, DevicePairingResultStatus::OperationAlreadyInProgress},
             {IsTrue(endpoint.properties, isPairedProperty), DevicePairingResultStatus::AlreadyPaired},
             {!IsTrue(endpoint.properties, canPairProperty), DevicePairingResultStatus::NotReadyToPair},
+            {!IsInRange(*neighbour),
+             static_cast<DevicePairingResultStatus>(neighbourhood.scenario.choices.outOfRangeStatus)},
             {!CanAnswer(order, endpoint.pairing.kind), DevicePairingResultStatus::RequiredHandlerNotRegistered},
             {static_cast<std::int32_t>(order.least) > endpoint.pairing.maxProtection,
              DevicePairingResultStatus::ProtectionLevelCouldNotBeMet},
@@ -56,7 +59,7 @@ namespace simulator
         {
             return DeviceUnpairingResultStatus::Failed;
         }
-        if (Occupying(neighbourhood, id))
+        if (Occupying(neighbourhood, id) || neighbour->endpoint.pairing.promptOpen)
         {
             return DeviceUnpairingResultStatus::OperationAlreadyInProgress;
         }

@@ -20,7 +20,7 @@ namespace simulator
 
         void PlanEndpoint(WatcherRun& run, Neighbour const& neighbour)
         {
-            auto const& [endpoint, inRange] = neighbour;
+            auto const& [endpoint, inRange, sensed] = neighbour;
             run.seen.insert({endpoint.id, {.properties = endpoint.properties, .unfiltered = endpoint.unfiltered}});
             if (inRange.value_or(endpoint.appearsAtMs != never))
             {
@@ -143,21 +143,29 @@ namespace simulator
         if (happening.inRange)
         {
             Move(run, seen, *happening.inRange);
+            FindNeighbour(TheNeighbourhood(), id)->sensed = happening.inRange;
         }
+        auto const& choices = TheNeighbourhood().scenario.choices;
+        bool const completed = run.watching->status == DeviceWatcherStatus::EnumerationCompleted;
+        bool const late = completed && !choices.lateEventsToAll;
         bool const before = seen.reported;
         seen.reported =
             seen.inRange && !seen.tooLate && (seen.unfiltered || run.watching->filter.Matches(seen.properties));
+        if (completed && choices.silentAfterEnumeration)
+        {
+            return {};
+        }
         if (seen.reported && (!before || happening.again))
         {
-            return {Report::Event::Added, id, seen.properties};
+            return {Report::Event::Added, id, seen.properties, late};
         }
         if (before && !seen.reported)
         {
-            return {Report::Event::Removed, id, {}};
+            return {Report::Event::Removed, id, {}, late};
         }
         if (before && !changed.empty())
         {
-            return {Report::Event::Updated, id, std::move(changed)};
+            return {Report::Event::Updated, id, std::move(changed), late};
         }
         return {};
     }

@@ -112,8 +112,9 @@ namespace simulator
                 watching.status = run.stop ? DeviceWatcherStatus::Stopped : DeviceWatcherStatus::Aborted;
             }
             watching.run.reset();
+            bool const raises = !run.cutOff && (run.stop || TheNeighbourhood().scenario.choices.stoppedAfterAbort);
             lock.unlock();
-            if (!run.cutOff)
+            if (raises)
             {
                 watching.listener(run.generation, {.event = Report::Event::Stopped});
             }

@@ -23,6 +23,7 @@ namespace simulator
         Event event = Event::None;
         std::string id{};        // the endpoint's
         Properties properties{}; // Added: all of them. Updated: those that changed, of those that the watcher shows
+        bool late = false;       // after the enumeration: for those who hear of Added, Updated and Removed
     };
 
     // Called on threads of the simulator, with no lock held. Reports of an earlier generation come to nothing.

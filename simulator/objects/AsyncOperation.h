@@ -15,6 +15,9 @@ namespace simulator
     // The first operation of a process has the number 1.
     UINT32 NextOperationNumber() noexcept;
 
+    // Whether the scenario lets a program close what is under way.
+    bool MayAbandonOperations();
+
     // The name of an operation's runtime class, by its result as that crosses the boundary.
     template <typename Result>
     inline constexpr char const* operationClassName = nullptr;
@@ -200,12 +203,15 @@ namespace simulator
         HRESULT STDMETHODCALLTYPE Close() override
         {
             return Call("AsyncOperation.Close", m_subject, [&](std::string&) {
+                Ref<Handler> dropped; // outside the lock: it may be the handler's last reference
+                bool const mayAbandon = MayAbandonOperations();
                 std::lock_guard const lock(m_mutex);
-                if (m_status == AsyncStatus::Started)
+                if (m_status == AsyncStatus::Started && !mayAbandon)
                 {
                     return illegalStateChange;
                 }
                 m_closed = true;
+                std::swap(dropped, m_handler);
                 return S_OK;
             });
         }

@@ -25,10 +25,20 @@ namespace simulator
             }
             return PlainList(names);
         }
+        // The platform reports what comes after the enumeration to programs that have asked for all that may come.
+        bool IsWanted(WatcherEvents& events, Report const& report)
+        {
+            return !report.late || (!events.added.IsEmpty() && !events.updated.IsEmpty() && !events.removed.IsEmpty());
+        }
     } // namespace
 
     void Raise(WatcherEvents& events, std::uint64_t generation, Report const& report)
     {
+        if (!IsWanted(events, report))
+        {
+            PassGate(generation);
+            return;
+        }
         auto const raise = [&](auto& source, std::string_view event, std::string const& trace, auto arguments) {
             Raise(
                 source, generation, event, trace, [&] { return Sender(events); }, arguments);

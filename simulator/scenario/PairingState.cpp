@@ -67,7 +67,10 @@ namespace simulator
         {
             if (auto const known = state.find(endpoint.id); known != state.end())
             {
-                endpoint.properties[std::string(isPairedProperty)] = known->second;
+                for (auto& [property, value] : PairingValues(endpoint, scenario.choices, known->second))
+                {
+                    endpoint.properties[property] = std::move(value);
+                }
             }
         }
     }

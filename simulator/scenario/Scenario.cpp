@@ -1,5 +1,6 @@
 #include "simulator/scenario/Scenario.h"
 
+#include "simulator/scenario/ScenarioChoices.h"
 #include "simulator/scenario/ScenarioEndpoint.h"
 #include "simulator/scenario/ScenarioListing.h"
 #include "simulator/scenario/ScenarioNames.h"
@@ -126,12 +127,23 @@ namespace simulator
         }
     } // namespace
 
+    std::vector<std::pair<std::string, Value>> PairingValues(Endpoint const& endpoint, Choices const& choices,
+                                                             bool paired)
+    {
+        std::vector<std::pair<std::string, Value>> values{{std::string(isPairedProperty), paired}};
+        if (!choices.pairedCanPair)
+        {
+            values.emplace_back(canPairProperty, endpoint.canPair && !paired);
+        }
+        return values;
+    }
+
     Scenario ParseScenario(std::string_view toml, std::string_view sourceName)
     {
         auto const root = ParseToml(toml, sourceName);
         Faults faults(sourceName);
         TableReader reader(root, faults);
-        Scenario scenario{300, true, 1, {}, {}};
+        Scenario scenario{300, true, 1, {}, {}, {}};
         std::string adapter = "00:1a:7d:da:71:13";
         reader.ReadAddress("adapter", adapter);
         reader.ReadMilliseconds("enumeration-completes-ms", scenario.enumerationCompletesAtMs);
@@ -141,10 +153,23 @@ namespace simulator
         {
             ReadListing(*table, scenario.listing);
         }
+        if (auto table = reader.Table("platform"))
+        {
+            ReadChoices(*table, scenario.choices);
+        }
         std::set<std::string> ids;
         for (auto& device : reader.Tables("device"))
         {
             std::ranges::move(ReadDevice(device, adapter, ids), std::back_inserter(scenario.endpoints));
+        }
+        for (auto& endpoint : scenario.endpoints)
+        {
+            endpoint.canPair = IsTrue(endpoint.properties, canPairProperty);
+            bool const paired = IsTrue(endpoint.properties, isPairedProperty);
+            for (auto& [property, value] : PairingValues(endpoint, scenario.choices, paired))
+            {
+                endpoint.properties[property] = std::move(value);
+            }
         }
         reader.RejectOtherKeys();
         if (faults.AreThere())

@@ -8,6 +8,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace simulator
@@ -33,7 +34,10 @@ namespace simulator
         std::int32_t status; // DevicePairingResultStatus
         std::int32_t durationMs;
         std::string pin;
-        std::int32_t maxProtection; // DevicePairingProtectionLevel
+        std::int32_t maxProtection;          // DevicePairingProtectionLevel
+        std::int32_t failure = 0;            // an HRESULT with which the operation fails in place of the status
+        std::int32_t answerWithinMs = never; // the program, from when it is asked
+        bool promptOpen = false;             // the system's own, which keeps programs out
         bool operator==(Ceremony const&) const = default;
     };
 
@@ -42,6 +46,7 @@ namespace simulator
         std::int32_t status; // DeviceUnpairingResultStatus
         std::int32_t durationMs;
         UnpairEffect effect;
+        std::int32_t staleMs = 0; // for how long the endpoint still counts as paired after it
         bool operator==(Unpairing const&) const = default;
     };
 
@@ -59,6 +64,7 @@ namespace simulator
         Protocol protocol;
         std::string adapter; // addresses are lower-case, with colons
         std::string address;
+        bool canPair;          // while it is not paired
         Properties properties; // complete: what the platform knows but has no value for is there without one
         std::int32_t appearsAtMs;
         std::int32_t leavesAtMs;
@@ -89,6 +95,26 @@ namespace simulator
         bool operator==(Listing const&) const = default;
     };
 
+    enum class EarlyClose
+    {
+        Refused,   // E_ILLEGAL_STATE_CHANGE, and nothing changes
+        Abandoned, // accepted: what is under way goes on, and its caller hears no more of it
+    };
+
+    // Where the platform's documentation is silent.
+    struct Choices
+    {
+        std::int32_t outOfRangeStatus = 19; // DevicePairingResultStatus: Failed
+        std::int32_t wrongPinStatus = 9;    // AuthenticationFailure
+        bool pairedCanPair = true;
+        bool stoppedAfterAbort = true;
+        bool lateEventsToAll = false; // also to those who hear of one or two of Added, Updated and Removed alone
+        bool silentAfterEnumeration = false;
+        std::int32_t eventDelayMs = 0;               // from the snapshot of an event's handlers to their call
+        EarlyClose earlyClose = EarlyClose::Refused; // of an operation that is under way
+        bool operator==(Choices const&) const = default;
+    };
+
     struct Scenario
     {
         std::int32_t enumerationCompletesAtMs;
@@ -96,8 +122,13 @@ namespace simulator
         std::int32_t eventThreads;  // how many raise the events of one watcher
         std::vector<Endpoint> endpoints;
         Listing listing;
+        Choices choices;
         bool operator==(Scenario const&) const = default;
     };
+
+    // The values that say whether an endpoint is paired.
+    std::vector<std::pair<std::string, Value>> PairingValues(Endpoint const& endpoint, Choices const& choices,
+                                                             bool paired);
 
     // what(): "source:line: reason" for each fault, one a line; of many the first hundred, and how many more there are.
     class ScenarioError : public std::runtime_error

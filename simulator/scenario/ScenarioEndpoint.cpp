@@ -4,6 +4,7 @@
 #include "simulator/scenario/ScenarioNames.h"
 
 #include <algorithm>
+#include <limits>
 #include <string>
 #include <utility>
 
@@ -80,6 +81,9 @@ namespace simulator
             reader.ReadMilliseconds("duration-ms", pairing.durationMs);
             reader.Read("pin", pairing.pin);
             reader.ReadNumber("max-protection", names::protectionLevels, pairing.maxProtection);
+            reader.ReadFailure("error", pairing.failure);
+            reader.ReadMilliseconds("answer-within-ms", pairing.answerWithinMs);
+            reader.Read("system-prompt", pairing.promptOpen);
             reader.RejectOtherKeys();
         }
 
@@ -87,6 +91,7 @@ namespace simulator
         {
             reader.ReadNumber("status", names::unpairingStatuses, unpairing.status);
             reader.ReadMilliseconds("duration-ms", unpairing.durationMs);
+            reader.ReadNumber("stale-ms", 0, std::numeric_limits<std::int32_t>::max(), unpairing.staleMs);
             if (auto const effect = reader.ReadName("effect", names::unpairEffects))
             {
                 unpairing.effect = static_cast<UnpairEffect>(*effect);

@@ -59,6 +59,11 @@ namespace simulator::names
         {"Chinese", static_cast<std::int64_t>(ListingLanguage::Chinese)},
     };
 
+    inline constexpr Name earlyCloses[] = {
+        {"Refused", static_cast<std::int64_t>(EarlyClose::Refused)},
+        {"Abandoned", static_cast<std::int64_t>(EarlyClose::Abandoned)},
+    };
+
     inline constexpr Name unpairEffects[] = {
         {"Updated", static_cast<std::int64_t>(UnpairEffect::Updated)},
         {"Removed", static_cast<std::int64_t>(UnpairEffect::Removed)},

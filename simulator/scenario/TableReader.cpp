@@ -101,6 +101,25 @@ namespace simulator
         }
     }
 
+    void TableReader::ReadFailure(std::string_view key, std::int32_t& target)
+    {
+        auto const* node = Find(key);
+        if (!node)
+        {
+            return;
+        }
+        constexpr std::int64_t negatives = 0x80000000;
+        auto const code = node->value_exact<std::int64_t>().value_or(0);
+        bool const isUnsigned = code >= negatives && code < 2 * negatives;
+        bool const isSigned = code < 0 && code >= -negatives;
+        if (!isUnsigned && !isSigned)
+        {
+            RejectNode(key, *node, "a failure code from 0x80000000 to 0xFFFFFFFF is expected");
+            return;
+        }
+        target = static_cast<std::int32_t>(code);
+    }
+
     bool TableReader::ReadMilliseconds(std::string_view key, std::int32_t& target)
     {
         constexpr std::int64_t most = std::numeric_limits<std::int32_t>::max();

@@ -36,6 +36,9 @@ namespace simulator
         // A number from the least to the most.
         void ReadNumber(std::string_view key, std::int32_t least, std::int32_t most, std::int32_t& target);
 
+        // A failure code, as 0x80004005 or as its negative number.
+        void ReadFailure(std::string_view key, std::int32_t& target);
+
         // One of the names.
         std::optional<std::int64_t> ReadName(std::string_view key, std::span<Name const> names);
         bool ReadNames(std::string_view key, std::span<Name const> names, std::vector<std::int64_t>& numbers);

@@ -164,7 +164,7 @@ namespace test
             }
             break;
         case Flow::UpdateQueued:
-            Load(prompt + Device("Unseen", unseenAddress, "appears-ms = 'never'"));
+            Load(prompt + generous + Device("Unseen", unseenAddress, "appears-ms = 'never'"));
             Library().PairedDevice("Nobody", [](PairReport) {});
             Settle();
             SimulateDeviceAppears(unseenId.c_str()); // nobody takes it any more

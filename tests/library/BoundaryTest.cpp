@@ -110,7 +110,7 @@ TEST(Boundary, ObjectsShareTheLogSwitch)
 
 TEST(Boundary, ReleasingTheObjectCallsNothingAndLeavesTheWatcherRunning)
 {
-    Load(prompt + Device("Held back", "11:22:33:44:55:66", "appears-ms = 'never'"));
+    Load(prompt + generous + Device("Held back", "11:22:33:44:55:66", "appears-ms = 'never'"));
     auto vorlink = MakeVorlink();
     vorlink->PairedDevice("Nobody", Host::Callback);
     ASSERT_TRUE(WaitIdle());

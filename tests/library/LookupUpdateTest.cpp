@@ -30,7 +30,7 @@ namespace
     std::unique_ptr<Vorlink> QueueTwo()
     {
         std::string const later = "appears-ms = 'never'\n[device.pairing]\nduration-ms = 0";
-        Load(prompt + Device("First", firstAddress, later) + Device("Second", secondAddress, later));
+        Load(prompt + generous + Device("First", firstAddress, later) + Device("Second", secondAddress, later));
         auto vorlink = MakeVorlink();
         vorlink->PairedDevice("Nobody", OtherHost::Callback);
         for (auto const* const address : {firstAddress, secondAddress})

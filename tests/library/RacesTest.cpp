@@ -258,7 +258,7 @@ TEST(LateEvent, CompletionInFlightWhenTheWatcherStopsStopsNothingMore)
 
 TEST(LateEvent, ArrivalInFlightOfAnEarlierRunIsFoundByTheNext)
 {
-    Load(patient + Device("Late", addressA, "appears-ms = 'never'\n" + std::string(pairsAtOnce)));
+    Load(patient + generous + Device("Late", addressA, "appears-ms = 'never'\n" + std::string(pairsAtOnce)));
     auto const vorlink = MakeVorlink();
     std::thread first([&] { vorlink->PairedDevice("Nobody", Host::Callback); });
     EXPECT_TRUE(WaitForCall("DeviceWatcher.Start(#1)"));

@@ -186,6 +186,14 @@ appears-ms = "never"
         return watcher;
     }
 
+    void HearAll(Com<IDeviceWatcher> const& watcher)
+    {
+        EventRegistrationToken token{};
+        watcher->add_Added(On<AddedHandler>([](auto*, auto*) { return S_OK; }).Get(), &token);
+        watcher->add_Updated(On<UpdateHandler>([](auto*, auto*) { return S_OK; }).Get(), &token);
+        watcher->add_Removed(On<UpdateHandler>([](auto*, auto*) { return S_OK; }).Get(), &token);
+    }
+
     DeviceWatcherStatus StatusOf(Com<IDeviceWatcher> const& watcher)
     {
         DeviceWatcherStatus status{};

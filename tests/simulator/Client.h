@@ -78,6 +78,9 @@ namespace test
     Com<IDeviceWatcher> MakeWatcher(std::string const& filter = {}, std::vector<std::string> properties = {});
     HRESULT TryMakeWatcher(std::string const& filter, std::vector<std::string> properties, Com<IDeviceWatcher>& watcher,
                            DeviceInformationKind kind = DeviceInformationKind::AssociationEndpoint);
+    // Empty handlers of Added, Updated and Removed: what comes after the enumeration is for those who hear of all
+    // three.
+    void HearAll(Com<IDeviceWatcher> const& watcher);
     DeviceWatcherStatus StatusOf(Com<IDeviceWatcher> const& watcher);
 
     // The device with an identifier, as a fresh watcher reports it.

@@ -13,6 +13,7 @@ namespace
     {
         auto const watcher = MakeWatcher({}, {property});
         Com<IDeviceInformationUpdate> update;
+        HearAll(watcher);
         EventRegistrationToken token{};
         watcher->add_Updated(On<UpdateHandler>([&](IDeviceWatcher*, IDeviceInformationUpdate* got) {
                                  update = Com<IDeviceInformationUpdate>(got);

@@ -57,9 +57,11 @@ TEST_F(CallTrace, ShowsAWatchersLife)
     SimulatorClearTrace();
     EventRegistrationToken added{};
     EventRegistrationToken updated{};
+    EventRegistrationToken removed{};
     EventRegistrationToken completed{};
     watcher->add_Added(On<AddedHandler>([](auto*, auto*) { return S_OK; }).Get(), &added);
     watcher->add_Updated(On<UpdateHandler>([](auto*, auto*) { return S_OK; }).Get(), &updated);
+    watcher->add_Removed(On<UpdateHandler>([](auto*, auto*) { return S_OK; }).Get(), &removed);
     watcher->add_EnumerationCompleted(On<WatcherHandler>([](auto*, auto*) { return E_FAIL; }).Get(), &completed);
     watcher->Start();
     ASSERT_TRUE(WaitIdle());
@@ -73,6 +75,7 @@ TEST_F(CallTrace, ShowsAWatchersLife)
         Trace({""}),
         ElementsAre("DeviceWatcher.add_Added(#1) -> " + std::to_string(added.value),
                     "DeviceWatcher.add_Updated(#1) -> " + std::to_string(updated.value),
+                    "DeviceWatcher.add_Removed(#1) -> " + std::to_string(removed.value),
                     "DeviceWatcher.add_EnumerationCompleted(#1) -> " + std::to_string(completed.value),
                     "DeviceWatcher.Start(#1)", With("! DeviceWatcher.Added(#1, ", ")"),
                     "! DeviceWatcher.EnumerationCompleted(#1)",
@@ -115,6 +118,7 @@ TEST_F(CallTrace, ShowsAnUpdate)
 {
     auto const device = FindDevice(speaker);
     auto const watcher = MakeWatcher();
+    HearAll(watcher);
     EventRegistrationToken token{};
     watcher->add_Updated(On<UpdateHandler>([&](auto*, IDeviceInformationUpdate* update) {
                              IdOf(update);

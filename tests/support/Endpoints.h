@@ -30,6 +30,7 @@ namespace test
                                               std::lock_guard const lock(m_mutex);
                                               m_updates.push_back(update);
                                           });
+            m_removed = m_watcher.Removed(winrt::auto_revoke, [](auto&&, auto&&) {});
             m_watcher.Start();
             EXPECT_TRUE(WaitIdle());
         }
@@ -67,6 +68,7 @@ namespace test
         enumeration::DeviceWatcher m_watcher;
         enumeration::DeviceWatcher::Added_revoker m_added;
         enumeration::DeviceWatcher::Updated_revoker m_updated;
+        enumeration::DeviceWatcher::Removed_revoker m_removed; // without it nothing comes after the enumeration
     };
 
     // The update that tells the watcher of a device's new name.
