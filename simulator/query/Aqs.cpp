@@ -27,11 +27,15 @@ namespace simulator
                 return true;
             }
 
+            bool SameName(std::string_view left, std::string_view right)
+            {
+                return std::ranges::equal(left, right, {}, ToLower, ToLower);
+            }
+
             // Asks for a search by radio, and selects nothing: in the query it is as if it were not there.
             bool IsInstruction(std::string_view property)
             {
-                constexpr std::string_view instruction = "System.Devices.Aep.Bluetooth.IssueInquiry";
-                return std::ranges::equal(property, instruction, {}, ToLower, ToLower);
+                return SameName(property, "System.Devices.Aep.Bluetooth.IssueInquiry");
             }
 
             // The grammar, one function a rule, which returns nothing where there are instructions alone:
@@ -144,6 +148,46 @@ namespace simulator
                 }
                 return whole;
             }
+
+            std::optional<std::int32_t> RequiredKind(Expression const& expression);
+
+            std::optional<std::int32_t> KindOfChain(std::vector<Expression> const& terms)
+            {
+                std::optional<std::int32_t> kind;
+                for (auto const& term : terms)
+                {
+                    if (term.link == Expression::Link::Or)
+                    {
+                        kind.reset(); // neither side of it is required
+                    }
+                    else if (!kind)
+                    {
+                        kind = RequiredKind(term);
+                    }
+                }
+                return kind;
+            }
+
+            std::optional<std::int32_t> RequiredKind(Expression const& expression)
+            {
+                auto const& comparison = expression.comparison;
+                switch (expression.kind)
+                {
+                case Expression::Kind::Comparison:
+                    if (comparison.compare == Operator::Equal &&
+                        SameName(comparison.property, "System.Devices.DevObjectType"))
+                    {
+                        auto const* const number = std::get_if<std::int32_t>(&comparison.operand);
+                        return number ? std::optional(*number) : std::nullopt;
+                    }
+                    break;
+                case Expression::Kind::Chain:
+                    return KindOfChain(expression.operands);
+                case Expression::Kind::Not:
+                    break;
+                }
+                return std::nullopt;
+            }
         } // namespace
     }     // namespace aqs
 
@@ -169,5 +213,10 @@ namespace simulator
     bool Query::IsBlank() const
     {
         return m_blank;
+    }
+
+    std::optional<std::int32_t> Query::Kind() const
+    {
+        return m_expression ? aqs::RequiredKind(*m_expression) : std::nullopt;
     }
 } // namespace simulator

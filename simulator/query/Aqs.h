@@ -8,7 +8,9 @@
 
 #include "simulator/properties/Property.h"
 
+#include <cstdint>
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <string_view>
 
@@ -37,6 +39,9 @@ namespace simulator
 
         // White space only, and some of it: the platform accepts it for a watcher, which then fails to start.
         bool IsBlank() const;
+
+        // The number of DevObjectType that whatever the query selects must have, where it names one.
+        std::optional<std::int32_t> Kind() const;
 
     private:
         std::shared_ptr<aqs::Expression const> m_expression; // none: matches everything
