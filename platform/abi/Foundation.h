@@ -135,9 +135,21 @@ namespace platform
         DateTime = 14,
         TimeSpan = 15,
         Guid = 16,
+        UInt8Array = 1025,
+        StringArray = 1036,
+        GuidArray = 1040,
     };
 
-    // A boxed value by its own type. A Boolean crosses the boundary as a byte, so one of UInt8 has no identifier here.
+    // In units of 100 ns since the beginning of 1601, UTC.
+    struct DateTime
+    {
+        INT64 UniversalTime;
+    };
+
+    // Stands for UINT8 as an argument: boolean is the same type to the compiler, and another one to the platform.
+    struct UInt8;
+
+    // A boxed value by its own type.
     template <typename T>
     struct IReference : ::IInspectable
     {
@@ -145,14 +157,57 @@ namespace platform
     };
 
     template <>
+    struct IReference<UInt8> : ::IInspectable
+    {
+        virtual HRESULT STDMETHODCALLTYPE get_Value(UINT8* value) = 0;
+    };
+
+    // The elements are the caller's to free, and so is what holds them, with CoTaskMemFree.
+    template <typename T>
+    struct IReferenceArray : ::IInspectable
+    {
+        virtual HRESULT STDMETHODCALLTYPE get_Value(UINT32* size, T** value) = 0;
+    };
+
+    template <>
+    struct IReferenceArray<UInt8> : ::IInspectable
+    {
+        virtual HRESULT STDMETHODCALLTYPE get_Value(UINT32* size, UINT8** value) = 0;
+    };
+
+    template <>
     inline constexpr GUID iid_of<IReference<boolean>>{
         0x3C00FD60, 0x2950, 0x5939, {0xA2, 0x1A, 0x2D, 0x12, 0xC5, 0xA0, 0x1B, 0x8A}};
+    template <>
+    inline constexpr GUID iid_of<IReference<UInt8>>{
+        0xE5198CC8, 0x2873, 0x55F5, {0xB0, 0xA1, 0x84, 0xFF, 0x9E, 0x4A, 0xAD, 0x62}};
+    template <>
+    inline constexpr GUID iid_of<IReference<UINT16>>{
+        0x5AB7D2C3, 0x6B62, 0x5E71, {0xA4, 0xB6, 0x2D, 0x49, 0xC4, 0xF2, 0x38, 0xFD}};
     template <>
     inline constexpr GUID iid_of<IReference<INT32>>{
         0x548CEFBD, 0xBC8A, 0x5FA0, {0x8D, 0xF2, 0x95, 0x74, 0x40, 0xFC, 0x8B, 0xF4}};
     template <>
+    inline constexpr GUID iid_of<IReference<UINT32>>{
+        0x513EF3AF, 0xE784, 0x5325, {0xA9, 0x1E, 0x97, 0xC2, 0xB8, 0x11, 0x1C, 0xF3}};
+    template <>
     inline constexpr GUID iid_of<IReference<HSTRING>>{
         0xFD416DFB, 0x2A07, 0x52EB, {0xAA, 0xE3, 0xDF, 0xCE, 0x14, 0x11, 0x6C, 0x05}};
+    template <>
+    inline constexpr GUID iid_of<IReference<GUID>>{
+        0x7D50F649, 0x632C, 0x51F9, {0x84, 0x9A, 0xEE, 0x49, 0x42, 0x89, 0x33, 0xEA}};
+    template <>
+    inline constexpr GUID iid_of<IReference<DateTime>>{
+        0x5541D8A7, 0x497C, 0x5AA4, {0x86, 0xFC, 0x77, 0x13, 0xAD, 0xBF, 0x2A, 0x2C}};
+    template <>
+    inline constexpr GUID iid_of<IReferenceArray<UInt8>>{
+        0x2AF22683, 0x3734, 0x56D0, {0xA6, 0x0E, 0x68, 0x8C, 0xC8, 0x5D, 0x16, 0x19}};
+    template <>
+    inline constexpr GUID iid_of<IReferenceArray<HSTRING>>{
+        0x0385688E, 0xE3C7, 0x5C5E, {0xA3, 0x89, 0x55, 0x24, 0xED, 0xE3, 0x49, 0xF1}};
+    template <>
+    inline constexpr GUID iid_of<IReferenceArray<GUID>>{
+        0xEECF9838, 0xC1C2, 0x5B4A, {0x97, 0x6F, 0xCE, 0xC2, 0x61, 0xAE, 0x1D, 0x55}};
 
     // The same by a getter for each type. The scalar getters that a device property needs are declared by their own
     // types; the others keep their slots with untyped results.
@@ -174,7 +229,7 @@ namespace platform
         virtual HRESULT STDMETHODCALLTYPE GetBoolean(boolean* value) = 0;
         virtual HRESULT STDMETHODCALLTYPE GetString(HSTRING* value) = 0;
         virtual HRESULT STDMETHODCALLTYPE GetGuid(GUID* value) = 0;
-        virtual HRESULT STDMETHODCALLTYPE GetDateTime(void* value) = 0;
+        virtual HRESULT STDMETHODCALLTYPE GetDateTime(DateTime* value) = 0;
         virtual HRESULT STDMETHODCALLTYPE GetTimeSpan(void* value) = 0;
         virtual HRESULT STDMETHODCALLTYPE GetPoint(void* value) = 0;
         virtual HRESULT STDMETHODCALLTYPE GetSize(void* value) = 0;

@@ -73,7 +73,7 @@ namespace simulator
             return typeMismatch;
         }
 
-        HRESULT STDMETHODCALLTYPE GetDateTime(void*) override
+        HRESULT STDMETHODCALLTYPE GetDateTime(platform::DateTime*) override
         {
             return typeMismatch;
         }

@@ -116,6 +116,7 @@ TEST(AbiEnumerations, PropertyType)
         Values({P::Empty, P::UInt8, P::Int16, P::UInt16, P::Int32, P::UInt32, P::Int64, P::UInt64, P::Single, P::Double,
                 P::Char16, P::Boolean, P::String, P::Inspectable, P::DateTime, P::TimeSpan, P::Guid}),
         ElementsAre(0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16));
+    EXPECT_THAT(Values({P::UInt8Array, P::StringArray, P::GuidArray}), ElementsAre(1025, 1036, 1040));
 }
 
 TEST(AbiEnumerations, RadioState)

@@ -91,6 +91,7 @@ namespace
     constexpr auto mapView = "e480ce40-a338-4ada-adcf-272272e48cb9";
     constexpr auto keyValuePair = "02b51929-c1c4-4a7e-8940-0312b5c18500";
     constexpr auto reference = "61c17706-2d65-11e0-9ae8-d48564015472";
+    constexpr auto referenceArray = "61c17707-2d65-11e0-9ae8-d48564015472";
 
     std::string const text = "string";
     std::string const object = "cinterface(IInspectable)";
@@ -213,9 +214,21 @@ namespace
          &iid_of<platform::IObservableVector<platform::IDeviceInformation*>>},
         {"9217758C-E007-50D8-8983-5B116DD0426E", Generic(vectorChangedHandler, {device}),
          &iid_of<VectorChangedEventHandler<platform::IDeviceInformation*>>},
+    };
+
+    Parameterised const ofValues[] = {
         {"3C00FD60-2950-5939-A21A-2D12C5A01B8A", Generic(reference, {"b1"}), &iid_of<IReference<boolean>>},
+        {"E5198CC8-2873-55F5-B0A1-84FF9E4AAD62", Generic(reference, {"u1"}), &iid_of<IReference<UInt8>>},
+        {"5AB7D2C3-6B62-5E71-A4B6-2D49C4F238FD", Generic(reference, {"u2"}), &iid_of<IReference<UINT16>>},
         {"548CEFBD-BC8A-5FA0-8DF2-957440FC8BF4", Generic(reference, {"i4"}), &iid_of<IReference<INT32>>},
+        {"513EF3AF-E784-5325-A91E-97C2B8111CF3", Generic(reference, {"u4"}), &iid_of<IReference<UINT32>>},
         {"FD416DFB-2A07-52EB-AAE3-DFCE14116C05", Generic(reference, {text}), &iid_of<IReference<HSTRING>>},
+        {"7D50F649-632C-51F9-849A-EE49428933EA", Generic(reference, {"g16"}), &iid_of<IReference<GUID>>},
+        {"5541D8A7-497C-5AA4-86FC-7713ADBF2A2C", Generic(reference, {"struct(Windows.Foundation.DateTime;i8)"}),
+         &iid_of<IReference<platform::DateTime>>},
+        {"2AF22683-3734-56D0-A60E-688CC85D1619", Generic(referenceArray, {"u1"}), &iid_of<IReferenceArray<UInt8>>},
+        {"0385688E-E3C7-5C5E-A389-5524EDE349F1", Generic(referenceArray, {text}), &iid_of<IReferenceArray<HSTRING>>},
+        {"EECF9838-C1C2-5B4A-976F-CEC261AE1D55", Generic(referenceArray, {"g16"}), &iid_of<IReferenceArray<GUID>>},
     };
 } // namespace
 
@@ -242,5 +255,7 @@ TEST_P(AbiParameterisedIdentifier, FollowsFromItsSignature)
 INSTANTIATE_TEST_SUITE_P(Declared, AbiParameterisedIdentifier, testing::ValuesIn(declared));
 
 INSTANTIATE_TEST_SUITE_P(Devices, AbiParameterisedIdentifier, testing::ValuesIn(ofDevices));
+
+INSTANTIATE_TEST_SUITE_P(Values, AbiParameterisedIdentifier, testing::ValuesIn(ofValues));
 
 INSTANTIATE_TEST_SUITE_P(Bluetooth, AbiParameterisedIdentifier, testing::ValuesIn(ofBluetooth));

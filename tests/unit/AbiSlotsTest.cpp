@@ -125,6 +125,9 @@ TEST(AbiSlots, ClosableAndDeferral)
 TEST(AbiSlots, Reference)
 {
     ExpectSlots(6, 6, &IReference<INT32>::get_Value);
+    ExpectSlots(6, 6, &IReference<UInt8>::get_Value);
+    ExpectSlots(6, 6, &IReferenceArray<HSTRING>::get_Value);
+    ExpectSlots(6, 6, &IReferenceArray<UInt8>::get_Value);
 }
 
 TEST(AbiSlots, PropertyValue)
