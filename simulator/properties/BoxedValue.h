@@ -6,12 +6,6 @@
 
 namespace simulator
 {
-    template <typename T>
-    struct IReference : ::IInspectable
-    {
-        virtual HRESULT STDMETHODCALLTYPE get_Value(T* value) = 0;
-    };
-
     // Null for a property that has no value.
     Ref<::IInspectable> Box(Value const& value);
 } // namespace simulator

@@ -28,7 +28,7 @@ namespace simulator
             {
                 return IsPropertyKey(name) ? S_OK : E_INVALIDARG;
             }
-            return KindOfProperty(name) == PropertyKind::Unknown ? elementNotFound : S_OK;
+            return IsPropertyName(name) ? S_OK : elementNotFound;
         }
 
         HRESULT ReadNext(platform::IIterator<HSTRING>& iterator, std::string& name, boolean& more)

@@ -27,15 +27,10 @@ namespace simulator
                 return true;
             }
 
-            bool SameName(std::string_view left, std::string_view right)
-            {
-                return std::ranges::equal(left, right, {}, ToLower, ToLower);
-            }
-
             // Asks for a search by radio, and selects nothing: in the query it is as if it were not there.
             bool IsInstruction(std::string_view property)
             {
-                return SameName(property, "System.Devices.Aep.Bluetooth.IssueInquiry");
+                return SamePropertyName(property, "System.Devices.Aep.Bluetooth.IssueInquiry");
             }
 
             // The grammar, one function a rule, which returns nothing where there are instructions alone:
@@ -149,11 +144,11 @@ namespace simulator
                 return whole;
             }
 
-            std::optional<std::int32_t> RequiredKind(Expression const& expression);
+            std::optional<std::int64_t> RequiredKind(Expression const& expression);
 
-            std::optional<std::int32_t> KindOfChain(std::vector<Expression> const& terms)
+            std::optional<std::int64_t> KindOfChain(std::vector<Expression> const& terms)
             {
-                std::optional<std::int32_t> kind;
+                std::optional<std::int64_t> kind;
                 for (auto const& term : terms)
                 {
                     if (term.link == Expression::Link::Or)
@@ -168,17 +163,16 @@ namespace simulator
                 return kind;
             }
 
-            std::optional<std::int32_t> RequiredKind(Expression const& expression)
+            std::optional<std::int64_t> RequiredKind(Expression const& expression)
             {
                 auto const& comparison = expression.comparison;
                 switch (expression.kind)
                 {
                 case Expression::Kind::Comparison:
                     if (comparison.compare == Operator::Equal &&
-                        SameName(comparison.property, "System.Devices.DevObjectType"))
+                        SamePropertyName(comparison.property, "System.Devices.DevObjectType"))
                     {
-                        auto const* const number = std::get_if<std::int32_t>(&comparison.operand);
-                        return number ? std::optional(*number) : std::nullopt;
+                        return AsInteger(comparison.operand);
                     }
                     break;
                 case Expression::Kind::Chain:
@@ -215,7 +209,7 @@ namespace simulator
         return m_blank;
     }
 
-    std::optional<std::int32_t> Query::Kind() const
+    std::optional<std::int64_t> Query::Kind() const
     {
         return m_expression ? aqs::RequiredKind(*m_expression) : std::nullopt;
     }

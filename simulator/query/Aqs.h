@@ -41,7 +41,7 @@ namespace simulator
         bool IsBlank() const;
 
         // The number of DevObjectType that whatever the query selects must have, where it names one.
-        std::optional<std::int32_t> Kind() const;
+        std::optional<std::int64_t> Kind() const;
 
     private:
         std::shared_ptr<aqs::Expression const> m_expression; // none: matches everything

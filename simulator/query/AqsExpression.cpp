@@ -9,12 +9,43 @@ namespace simulator::aqs
     namespace
     {
         // A value of another kind than the operand's answers no to everything but "differs".
-        template <typename T, typename Predicate>
-        bool Both(Value const& left, Value const& right, Predicate predicate)
+        template <typename Predicate>
+        bool Compare(Value const& left, Value const& right, Predicate predicate)
         {
-            auto const* first = std::get_if<T>(&left);
-            auto const* second = std::get_if<T>(&right);
+            auto const first = AsInteger(left);
+            auto const second = AsInteger(right);
             return first && second && predicate(*first, *second);
+        }
+
+        // Of a list one element will do.
+        template <typename T, typename Predicate>
+        bool Any(Value const& value, T const& operand, Predicate predicate)
+        {
+            if (auto const* one = std::get_if<T>(&value))
+            {
+                return predicate(*one, operand);
+            }
+            auto const* list = std::get_if<std::vector<T>>(&value);
+            return list && std::ranges::any_of(*list, [&](T const& one) { return predicate(one, operand); });
+        }
+
+        template <typename Predicate>
+        bool AnyText(Value const& value, Value const& operand, Predicate predicate)
+        {
+            auto const* text = std::get_if<std::string>(&operand);
+            return text && Any(value, *text, predicate);
+        }
+
+        bool Equal(Value const& value, Value const& operand)
+        {
+            auto const* id = std::get_if<Guid>(&operand);
+            return value == operand || AnyText(value, operand, std::equal_to<>()) ||
+                   (id && Any(value, *id, std::equal_to<>()));
+        }
+
+        bool IsText(Value const& value)
+        {
+            return std::holds_alternative<std::string>(value) || std::holds_alternative<Texts>(value);
         }
 
         bool ContainsText(std::string_view whole, std::string_view part)
@@ -45,27 +76,27 @@ namespace simulator::aqs
         switch (comparison.compare)
         {
         case Operator::Equal:
-            return value == operand;
+            return Equal(value, operand);
         case Operator::NotEqual:
-            return value != operand;
+            return !Equal(value, operand);
         case Operator::Less:
-            return Both<std::int32_t>(value, operand, std::less<>());
+            return Compare(value, operand, std::less<>());
         case Operator::LessOrEqual:
-            return Both<std::int32_t>(value, operand, std::less_equal<>());
+            return Compare(value, operand, std::less_equal<>());
         case Operator::Greater:
-            return Both<std::int32_t>(value, operand, std::greater<>());
+            return Compare(value, operand, std::greater<>());
         case Operator::GreaterOrEqual:
-            return Both<std::int32_t>(value, operand, std::greater_equal<>());
+            return Compare(value, operand, std::greater_equal<>());
         case Operator::Contains:
-            return Both<std::string>(value, operand, ContainsText);
+            return AnyText(value, operand, ContainsText);
         case Operator::ContainsNot:
-            return Both<std::string>(value, operand, std::not_fn(ContainsText));
+            return IsText(value) && !AnyText(value, operand, ContainsText);
         case Operator::BeginsWith:
-            return Both<std::string>(
-                value, operand, [](std::string_view whole, std::string_view part) { return whole.starts_with(part); });
+            return AnyText(value, operand,
+                           [](std::string_view whole, std::string_view part) { return whole.starts_with(part); });
         case Operator::EndsWith:
-            return Both<std::string>(
-                value, operand, [](std::string_view whole, std::string_view part) { return whole.ends_with(part); });
+            return AnyText(value, operand,
+                           [](std::string_view whole, std::string_view part) { return whole.ends_with(part); });
         }
         return false;
     }

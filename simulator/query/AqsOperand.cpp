@@ -17,10 +17,7 @@ namespace simulator::aqs
     {
         std::optional<Value> ReadBoolean(Token const& operand)
         {
-            auto const same = [&operand](std::string_view literal) {
-                PropertyNameLess const less;
-                return !less(operand.text, literal) && !less(literal, operand.text);
-            };
+            auto const same = [&operand](std::string_view literal) { return SamePropertyName(operand.text, literal); };
             if (operand.kind == TokenKind::Word && same("System.StructuredQueryType.Boolean#True"))
             {
                 return Value{true};
@@ -32,10 +29,11 @@ namespace simulator::aqs
             return std::nullopt;
         }
 
+        template <typename Integer>
         std::optional<Value> ReadInteger(Token const& operand)
         {
             auto const digits = operand.text.substr(operand.text.starts_with('+') ? 1 : 0);
-            std::int32_t number = 0;
+            Integer number = 0;
             auto const [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
             if (operand.kind != TokenKind::Integer || error != std::errc{} || end != digits.data() + digits.size())
             {
@@ -78,12 +76,22 @@ namespace simulator::aqs
             {
             case PropertyKind::Boolean:
                 return ReadBoolean(operand);
+            case PropertyKind::UInt8:
+                return ReadInteger<std::uint8_t>(operand);
+            case PropertyKind::UInt16:
+                return ReadInteger<std::uint16_t>(operand);
             case PropertyKind::Int32:
-                return ReadInteger(operand);
+                return ReadInteger<std::int32_t>(operand);
+            case PropertyKind::UInt32:
+                return ReadInteger<std::uint32_t>(operand);
             case PropertyKind::String:
+            case PropertyKind::StringArray:
                 return ReadText(operand);
             case PropertyKind::Guid:
+            case PropertyKind::GuidArray:
                 return ReadGuid(operand);
+            case PropertyKind::DateTime: // null alone can be written
+            case PropertyKind::ByteArray:
             case PropertyKind::Unknown:
                 break;
             }
@@ -124,7 +132,7 @@ namespace simulator::aqs
         case Operator::LessOrEqual:
         case Operator::Greater:
         case Operator::GreaterOrEqual:
-            return std::holds_alternative<std::int32_t>(operand) || std::holds_alternative<Guid>(operand);
+            return AsInteger(operand) || std::holds_alternative<Guid>(operand);
         case Operator::Contains:
         case Operator::ContainsNot:
         case Operator::BeginsWith:

@@ -6,7 +6,8 @@
 
 namespace simulator::aqs
 {
-    // The operand as a value of a property's kind. Throws QueryError when it is missing or of another kind.
+    // The operand as a value of a property's kind, or as an element of one that is a list. Throws QueryError when it is
+    // missing or of another kind.
     Value ReadOperand(Token const& operand, PropertyKind kind);
 
     // Order is for numbers and, in vain, for GUIDs; parts are for texts; nothing but equality is asked of null.

@@ -7,6 +7,7 @@
 #include "simulator/scenario/TableReader.h"
 
 #include <algorithm>
+#include <iterator>
 #include <set>
 #include <utility>
 
@@ -20,11 +21,15 @@ namespace simulator
             std::string_view table; // of what a device says for this protocol alone
             std::string_view idPrefix;
             std::string_view protocolId;
+            std::string_view ownKey; // and properties, of endpoints of this protocol alone
+            std::string_view ownProperties;
         };
 
         constexpr ProtocolTraits protocols[] = {
-            {Protocol::Classic, "classic", "Bluetooth#Bluetooth", "{e0cbf06c-cd8b-4647-bb8a-263b43f0f974}"},
-            {Protocol::Le, "le", "BluetoothLE#BluetoothLE", "{bb7bb05e-5972-42b5-94fc-76eaa7084d49}"},
+            {Protocol::Classic, "classic", "Bluetooth#Bluetooth", "{e0cbf06c-cd8b-4647-bb8a-263b43f0f974}",
+             classOfDeviceKey, classicProperties},
+            {Protocol::Le, "le", "BluetoothLE#BluetoothLE", "{bb7bb05e-5972-42b5-94fc-76eaa7084d49}", appearanceKey,
+             leProperties},
         };
 
         // Enough to bring out any fault of a program, and few enough for every watcher to have its own.
@@ -36,6 +41,43 @@ namespace simulator
             constexpr std::uint32_t providePin = 4;
             constexpr std::uint32_t confirmPinMatch = 8;
             return (kind & (displayPin | providePin | confirmPinMatch)) != 0;
+        }
+
+        // What a device says for both of its endpoints goes to the one that can have it.
+        void DropOthersProperties(Properties& properties, Protocol protocol)
+        {
+            for (auto const& traits : protocols)
+            {
+                if (traits.protocol != protocol)
+                {
+                    std::erase_if(properties, [&traits](auto const& entry) {
+                        auto const& prefix = traits.ownProperties;
+                        return SamePropertyName(std::string_view(entry.first).substr(0, prefix.size()), prefix);
+                    });
+                }
+            }
+        }
+
+        // One container for all that has come from one address.
+        Guid ContainerOf(std::string_view address)
+        {
+            std::string text = "{6f9d2e3b-41c7-5a08-9b6e-";
+            std::ranges::remove_copy(address, std::back_inserter(text), ':');
+            return {text + "}"};
+        }
+
+        void SetContainer(Properties& properties, std::string_view address)
+        {
+            auto& endpoints = properties[std::string(containerProperty)];
+            if (endpoints == Value{})
+            {
+                endpoints = ContainerOf(address);
+            }
+            auto& own = properties["System.Devices.ContainerId"];
+            if (own == Value{})
+            {
+                own = endpoints;
+            }
         }
 
         Endpoint Complete(Endpoint endpoint, ProtocolTraits const& traits)
@@ -79,6 +121,10 @@ namespace simulator
                 {
                     reader.Reject(traits.table, "the device's 'protocols' do not list it");
                 }
+                if (good && !hasTable && count == 0 && reader.Has(traits.ownKey))
+                {
+                    reader.Reject(traits.ownKey, "the device's 'protocols' do not list " + InQuotes(traits.table));
+                }
                 if (hasTable || count > 0)
                 {
                     read.push_back(traits);
@@ -93,10 +139,12 @@ namespace simulator
             auto common = DefaultEndpoint(adapter);
             ReadEndpoint(reader, common);
             std::vector<Endpoint> endpoints;
+            auto container = common.address;
             bool hasAddress = true;
             for (auto const& traits : ReadProtocols(reader))
             {
                 auto endpoint = common;
+                DropOthersProperties(endpoint.properties, traits.protocol);
                 auto own = reader.Table(traits.table);
                 if (own)
                 {
@@ -104,6 +152,8 @@ namespace simulator
                     own->Read("id", endpoint.id);
                 }
                 hasAddress = hasAddress && (reader.Has("address") || (own && own->Has("address")));
+                container = container.empty() ? endpoint.address : container;
+                SetContainer(endpoint.properties, container);
                 bool const isWhole = !endpoint.address.empty() && !endpoint.adapter.empty();
                 endpoint = Complete(std::move(endpoint), traits);
                 if (isWhole && !ids.insert(endpoint.id).second)

@@ -64,8 +64,8 @@ namespace simulator
         Protocol protocol;
         std::string adapter; // addresses are lower-case, with colons
         std::string address;
-        bool canPair;          // while it is not paired
-        Properties properties; // complete: what the platform knows but has no value for is there without one
+        bool canPair; // while it is not paired
+        Properties properties;
         std::int32_t appearsAtMs;
         std::int32_t leavesAtMs;
         std::int32_t repeatsAtMs;         // it is reported as added once more, without having left

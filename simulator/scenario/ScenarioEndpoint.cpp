@@ -12,16 +12,76 @@ namespace simulator
 {
     namespace
     {
+        // The keys that stand for one property.
+        constexpr std::pair<std::string_view, std::string_view> propertyKeys[] = {
+            {"name", "System.ItemNameDisplay"},
+            {"can-pair", canPairProperty},
+            {"is-paired", isPairedProperty},
+            {"category", "System.Devices.Aep.Category"},
+            {"container-id", containerProperty},
+            {"manufacturer", "System.Devices.Aep.Manufacturer"},
+            {"model-name", "System.Devices.Aep.ModelName"},
+            {"product-id", "System.DeviceInterface.Bluetooth.ProductId"},
+            {"vendor-id", "System.DeviceInterface.Bluetooth.VendorId"},
+        };
+
+        void ReadBattery(TableReader& reader, Properties& properties)
+        {
+            if (reader.Has("battery"))
+            {
+                std::int32_t percent = 0;
+                reader.ReadNumber("battery", 0, 100, percent);
+                properties["System.Devices.BatteryLife"] = static_cast<std::uint8_t>(percent);
+            }
+        }
+
+        void ReadClassOfDevice(TableReader& reader, Properties& properties)
+        {
+            if (!reader.Has(classOfDeviceKey))
+            {
+                return;
+            }
+            std::int32_t number = 0;
+            reader.ReadNumber(classOfDeviceKey, 0, 0xFFFFFF, number);
+            auto const bits = static_cast<std::uint32_t>(number);
+            std::string const prefix(classicProperties);
+            properties[prefix + "Major"] = static_cast<std::uint16_t>(bits >> 8 & 0x1F);
+            properties[prefix + "Minor"] = static_cast<std::uint16_t>(bits >> 2 & 0x3F);
+            constexpr std::pair<std::string_view, int> services[] = {
+                {"LimitedDiscovery", 13}, {"Positioning", 16}, {"Networking", 17}, {"Rendering", 18},
+                {"Capturing", 19},        {"ObjectXfer", 20},  {"Audio", 21},      {"Telephony", 22},
+                {"Information", 23},
+            };
+            for (auto const& [service, bit] : services)
+            {
+                properties[prefix + "Services." + std::string(service)] = (bits >> bit & 1) != 0;
+            }
+        }
+
+        void ReadAppearance(TableReader& reader, Properties& properties)
+        {
+            if (!reader.Has(appearanceKey))
+            {
+                return;
+            }
+            std::int32_t number = 0;
+            reader.ReadNumber(appearanceKey, 0, 0xFFFF, number);
+            auto const bits = static_cast<std::uint32_t>(number);
+            std::string const prefix = std::string(leProperties) + "Appearance";
+            properties[prefix] = static_cast<std::uint16_t>(bits);
+            properties[prefix + ".Category"] = static_cast<std::uint16_t>(bits >> 6);
+            properties[prefix + ".Subcategory"] = static_cast<std::uint16_t>(bits & 0x3F);
+        }
+
         void ReadProperties(TableReader reader, Properties& properties)
         {
             constexpr std::string_view others[] = {
                 "System.ItemNameDisplay",      "System.Devices.Aep.AepId",         "System.Devices.Aep.CanPair",
                 "System.Devices.Aep.IsPaired", "System.Devices.Aep.DeviceAddress", "System.Devices.Aep.ProtocolId",
             };
-            PropertyNameLess const less;
             for (auto const key : reader.Keys())
             {
-                auto const same = [&](std::string_view other) { return !less(key, other) && !less(other, key); };
+                auto const same = [&](std::string_view other) { return SamePropertyName(key, other); };
                 if (std::ranges::any_of(others, same))
                 {
                     reader.Reject(key, "not set here: it follows from the device's other keys");
@@ -135,25 +195,11 @@ namespace simulator
         endpoint.unpairing = {0, 50, UnpairEffect::Updated};
         endpoint.description = "蓝牙 LE 设备";
         endpoint.properties = {
-            {"System.ItemNameDisplay", {}},
-            {"System.Devices.DevObjectType", 5}, // an association endpoint
-            {"System.Devices.DeviceInstanceId", {}},
-            {"System.Devices.GlyphIcon", {}},
-            {"System.Devices.Icon", {}},
-            {"System.Devices.InterfaceEnabled", {}},
-            {"System.Devices.IsDefault", {}},
-            {"System.Devices.PhysicalDeviceLocation", {}},
-            {"System.Devices.Aep.Bluetooth.IssueInquiry", {}},
-            {"System.Devices.Aep.Bluetooth.LastSeenTime", {}},
+            {"System.Devices.DevObjectType", std::uint32_t{5}}, // an association endpoint
             {"System.Devices.Aep.CanPair", true},
-            {"System.Devices.Aep.Category", {}},
-            {"System.Devices.Aep.ContainerId", {}},
             {"System.Devices.Aep.IsConnected", false},
             {"System.Devices.Aep.IsPaired", false},
             {"System.Devices.Aep.IsPresent", true},
-            {"System.Devices.Aep.Manufacturer", {}},
-            {"System.Devices.Aep.ModelId", {}},
-            {"System.Devices.Aep.ModelName", {}},
             {"System.Devices.Aep.SignalStrength", -60},
         };
         return endpoint;
@@ -164,9 +210,16 @@ namespace simulator
         reader.ReadAddress("adapter", endpoint.adapter);
         reader.ReadAddress("address", endpoint.address);
         auto& properties = endpoint.properties;
-        reader.Read("name", PropertyKind::String, properties["System.ItemNameDisplay"]);
-        reader.Read("can-pair", PropertyKind::Boolean, properties["System.Devices.Aep.CanPair"]);
-        reader.Read("is-paired", PropertyKind::Boolean, properties["System.Devices.Aep.IsPaired"]);
+        for (auto const& [key, property] : propertyKeys)
+        {
+            if (reader.Has(key))
+            {
+                reader.Read(key, KindOfProperty(property), properties[std::string(property)]);
+            }
+        }
+        ReadBattery(reader, properties);
+        ReadClassOfDevice(reader, properties);
+        ReadAppearance(reader, properties);
         ReadTimes(reader, endpoint);
         reader.Read("unfiltered", endpoint.unfiltered);
         if (reader.Has("listed"))

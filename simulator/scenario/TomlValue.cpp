@@ -5,6 +5,7 @@
 #include "simulator/scenario/Faults.h"
 #include "simulator/scenario/Guess.h"
 
+#include <chrono>
 #include <utility>
 
 namespace simulator
@@ -16,6 +17,52 @@ namespace simulator
             Faults faults(source);
             faults.Add(line, reason);
             faults.Throw();
+        }
+
+        template <typename Integer>
+        std::optional<Value> ReadInteger(toml::node const& node)
+        {
+            auto const* const number = node.as_integer();
+            return number && std::in_range<Integer>(number->get())
+                       ? std::optional<Value>(static_cast<Integer>(number->get()))
+                       : std::nullopt;
+        }
+
+        // Without an offset it is UTC.
+        std::optional<Value> ReadTime(toml::node const& node)
+        {
+            auto const* const found = node.as_date_time();
+            if (!found)
+            {
+                return std::nullopt;
+            }
+            using namespace std::chrono;
+            auto const& [date, time, offset] = found->get();
+            return DateTimeOf(sys_days(year(date.year) / month(date.month) / day(date.day)) + hours(time.hour) +
+                              minutes(time.minute) + seconds(time.second) +
+                              duration_cast<Ticks>(nanoseconds(time.nanosecond)) -
+                              minutes(offset ? offset->minutes : 0));
+        }
+
+        template <typename T>
+        std::optional<Value> ReadList(toml::node const& node, PropertyKind element)
+        {
+            auto const* const found = node.as_array();
+            if (!found)
+            {
+                return std::nullopt;
+            }
+            std::vector<T> list;
+            for (auto const& entry : *found)
+            {
+                auto value = ReadValue(entry, element);
+                if (!value)
+                {
+                    return std::nullopt;
+                }
+                list.push_back(std::get<T>(*std::move(value)));
+            }
+            return list;
         }
     } // namespace
 
@@ -62,12 +109,26 @@ namespace simulator
         {
         case PropertyKind::Boolean:
             return "true or false is expected";
+        case PropertyKind::UInt8:
+            return "a whole number from 0 to 255 is expected";
+        case PropertyKind::UInt16:
+            return "a whole number from 0 to 65535 is expected";
         case PropertyKind::Int32:
             return "a whole number from -2147483648 to 2147483647 is expected";
+        case PropertyKind::UInt32:
+            return "a whole number from 0 to 4294967295 is expected";
         case PropertyKind::String:
             return "a text in quotes is expected";
         case PropertyKind::Guid:
             return "a text like '{e0cbf06c-cd8b-4647-bb8a-263b43f0f974}' is expected";
+        case PropertyKind::DateTime:
+            return "a date and time like 2024-05-17T08:30:00Z is expected";
+        case PropertyKind::StringArray:
+            return "a list of texts in quotes is expected";
+        case PropertyKind::GuidArray:
+            return "a list of texts like '{e0cbf06c-cd8b-4647-bb8a-263b43f0f974}' is expected";
+        case PropertyKind::ByteArray:
+            return "a list of whole numbers from 0 to 255 is expected";
         case PropertyKind::Unknown:
             break;
         }
@@ -76,22 +137,33 @@ namespace simulator
 
     std::optional<Value> ReadValue(toml::node const& node, PropertyKind kind)
     {
-        if (auto const* flag = node.as_boolean(); flag && kind == PropertyKind::Boolean)
+        auto const* const text = node.as_string();
+        switch (kind)
         {
-            return Value{flag->get()};
-        }
-        if (auto const* number = node.as_integer(); number && kind == PropertyKind::Int32)
-        {
-            auto const narrow = static_cast<std::int32_t>(number->get());
-            return narrow == number->get() ? std::optional<Value>(narrow) : std::nullopt;
-        }
-        if (auto const* text = node.as_string(); text && kind == PropertyKind::String)
-        {
-            return Value{text->get()};
-        }
-        if (auto const* text = node.as_string(); text && kind == PropertyKind::Guid)
-        {
-            return ParseGuid(text->get());
+        case PropertyKind::Boolean:
+            return node.is_boolean() ? std::optional<Value>(node.as_boolean()->get()) : std::nullopt;
+        case PropertyKind::UInt8:
+            return ReadInteger<std::uint8_t>(node);
+        case PropertyKind::UInt16:
+            return ReadInteger<std::uint16_t>(node);
+        case PropertyKind::Int32:
+            return ReadInteger<std::int32_t>(node);
+        case PropertyKind::UInt32:
+            return ReadInteger<std::uint32_t>(node);
+        case PropertyKind::String:
+            return text ? std::optional<Value>(text->get()) : std::nullopt;
+        case PropertyKind::Guid:
+            return text ? ParseGuid(text->get()) : std::nullopt;
+        case PropertyKind::DateTime:
+            return ReadTime(node);
+        case PropertyKind::StringArray:
+            return ReadList<std::string>(node, PropertyKind::String);
+        case PropertyKind::GuidArray:
+            return ReadList<Guid>(node, PropertyKind::Guid);
+        case PropertyKind::ByteArray:
+            return ReadList<std::uint8_t>(node, PropertyKind::UInt8);
+        case PropertyKind::Unknown:
+            break;
         }
         return std::nullopt;
     }

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <optional>
 #include <string_view>
 
@@ -13,7 +14,7 @@ namespace
     struct Case
     {
         std::string_view query;
-        std::optional<int> kind;
+        std::optional<std::int64_t> kind;
     };
 
     using AqsKind = testing::TestWithParam<Case>;

@@ -75,7 +75,7 @@ TEST(Aqs, PlatformSelectorForUnpairedDevicesIsUnderstood)
         R"(System.Devices.DevObjectType:=5 AND System.Devices.Aep.ProtocolId:="{E0CBF06C-CD8B-4647-BB8A-263B43F0F974}" AND (System.Devices.Aep.IsPaired:=System.StructuredQueryType.Boolean#False OR System.Devices.Aep.Bluetooth.IssueInquiry:=System.StructuredQueryType.Boolean#True))";
     auto device = Device(classicId, true, false);
     EXPECT_FALSE(Selects(selector, device));
-    device["System.Devices.DevObjectType"] = 5;
+    device["System.Devices.DevObjectType"] = std::uint32_t{5};
     EXPECT_TRUE(Selects(selector, device));
     device["System.Devices.Aep.IsPaired"] = true;
     EXPECT_FALSE(Selects(selector, device));

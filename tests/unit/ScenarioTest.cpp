@@ -11,7 +11,7 @@ namespace
     Value Property(Endpoint const& endpoint, std::string_view name)
     {
         auto const found = endpoint.properties.find(name);
-        return found == endpoint.properties.end() ? Value{std::string("absent")} : found->second;
+        return found == endpoint.properties.end() ? Value{} : found->second;
     }
 } // namespace
 
@@ -69,9 +69,9 @@ TEST(Scenario, PropertiesAreComplete)
     EXPECT_EQ(Property(endpoint, "System.Devices.Aep.IsConnected"), Value{false});
     EXPECT_EQ(Property(endpoint, "System.Devices.Aep.IsPresent"), Value{true});
     EXPECT_EQ(Property(endpoint, "System.Devices.Aep.SignalStrength"), Value{-60});
-    EXPECT_EQ(Property(endpoint, "System.Devices.DevObjectType"), Value{5});
+    EXPECT_EQ(Property(endpoint, "System.Devices.DevObjectType"), Value{std::uint32_t{5}});
     for (auto const* const name : {"DeviceInstanceId", "Icon", "GlyphIcon", "InterfaceEnabled", "IsDefault",
-                                   "PhysicalDeviceLocation", "Aep.ModelName", "Aep.Manufacturer", "Aep.ContainerId"})
+                                   "PhysicalDeviceLocation", "Aep.ModelName", "Aep.Manufacturer", "Aep.ModelId"})
     {
         EXPECT_EQ(Property(endpoint, "System.Devices." + std::string(name)), Value{}) << name;
     }
