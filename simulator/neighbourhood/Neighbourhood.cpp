@@ -18,6 +18,10 @@ namespace simulator
             neighbourhood.neighbours.clear();
             for (auto& endpoint : scenario.endpoints)
             {
+                if (endpoint.appearsAtMs == 0)
+                {
+                    endpoint.properties.insert_or_assign(std::string(lastSeenProperty), Now());
+                }
                 neighbourhood.neighbours.push_back({std::move(endpoint), std::nullopt, std::nullopt});
             }
             for (auto& neighbour : neighbourhood.neighbours)
@@ -125,6 +129,10 @@ namespace simulator
         if (happening.inRange)
         {
             neighbour->inRange = happening.inRange;
+        }
+        if (neighbour->inRange.value_or(neighbour->endpoint.appearsAtMs != never))
+        {
+            neighbour->endpoint.properties.insert_or_assign(std::string(lastSeenProperty), Now());
         }
         bool pairingChanged = false;
         for (auto const& [property, value] : happening.values)

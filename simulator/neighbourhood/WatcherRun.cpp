@@ -42,29 +42,21 @@ namespace simulator
             }
         }
 
-        // The changed properties that the watcher's devices show.
-        Properties Apply(WatcherRun const& run, Seen& seen, Happening const& happening)
+        // Notes the property's new value among those changed, if the watcher's devices show it.
+        void Set(WatcherRun const& run, Seen& seen, std::string const& name, Value const& value, Properties& changed)
         {
-            Properties changed;
-            auto const& shown = run.watching->shown;
-            for (auto const& [name, value] : happening.values)
+            auto& known = seen.properties[name];
+            if (known == value)
             {
-                auto& known = seen.properties[name];
-                if (known == value)
-                {
-                    continue;
-                }
-                known = value;
-                auto const same = [&name = name](std::string const& one) {
-                    PropertyNameLess const less{};
-                    return !less(one, name) && !less(name, one);
-                };
-                if (auto const as = std::find_if(shown.begin(), shown.end(), same); as != shown.end())
-                {
-                    changed[*as] = value;
-                }
+                return;
             }
-            return changed;
+            known = value;
+            auto const& shown = run.watching->shown;
+            auto const same = [&name](std::string const& one) { return SamePropertyName(one, name); };
+            if (auto const as = std::find_if(shown.begin(), shown.end(), same); as != shown.end())
+            {
+                changed[*as] = value;
+            }
         }
 
         void Move(WatcherRun const& run, Seen& seen, bool inRange)
@@ -139,7 +131,6 @@ namespace simulator
             return {};
         }
         auto& [id, seen] = *found;
-        auto changed = Apply(run, seen, happening);
         if (happening.inRange)
         {
             Move(run, seen, *happening.inRange);
@@ -148,6 +139,15 @@ namespace simulator
         auto const& choices = TheNeighbourhood().scenario.choices;
         bool const completed = run.watching->status == DeviceWatcherStatus::EnumerationCompleted;
         bool const late = completed && !choices.lateEventsToAll;
+        Properties changed;
+        if (seen.inRange)
+        {
+            Set(run, seen, std::string(lastSeenProperty), Now(), changed);
+        }
+        for (auto const& [name, value] : happening.values)
+        {
+            Set(run, seen, name, value, changed);
+        }
         bool const before = seen.reported;
         seen.reported =
             seen.inRange && !seen.tooLate && (seen.unfiltered || run.watching->filter.Matches(seen.properties));

@@ -213,3 +213,48 @@ TEST(NeighbourhoodWatch, OnSeveralThreadsKeepsEachEndpointsOrder)
         }
     }
 }
+
+TEST(NeighbourhoodWatch, NotesWhenAnEndpointWasSeen)
+{
+    auto const lastSeen = std::string(lastSeenProperty);
+    Live("appears-ms = 'never'\n[device.properties]\n'" + lastSeen + "' = 2001-01-01T00:00:00Z");
+    Watcher watcher("", {lastSeen});
+    ASSERT_EQ(watcher.Start(), WatchAnswer::Done);
+    EXPECT_THAT(watcher.Told(), ElementsAre("completed"));
+    auto const begun = Now();
+    Happens({speaker, true});
+    EXPECT_THAT(watcher.Told(), ElementsAre("completed", Added(speaker)));
+    auto const appeared = std::get<DateTime>(watcher.LastProperties()[lastSeen]);
+    EXPECT_GE(appeared, begun);
+    EXPECT_LE(appeared, Now());
+
+    Happens({speaker, std::nullopt, {{"System.Devices.Aep.SignalStrength", -40}}}); // which nobody asked for
+    EXPECT_THAT(watcher.Told(), ElementsAre("completed", Added(speaker), Updated(speaker)));
+    EXPECT_EQ(watcher.LastProperties().size(), 1u);
+    EXPECT_GT(std::get<DateTime>(watcher.LastProperties()[lastSeen]), appeared);
+
+    auto const told = DateTime{7};
+    Happens({speaker, std::nullopt, {{lastSeen, told}}});
+    watcher.Told();
+    EXPECT_EQ(watcher.LastProperties()[lastSeen], Value{told});
+}
+
+TEST(NeighbourhoodWatch, SeesNothingOfWhatIsAway)
+{
+    auto const lastSeen = std::string(lastSeenProperty);
+    auto const known = [&] {
+        auto& neighbourhood = TheNeighbourhood();
+        std::lock_guard const lock(neighbourhood.mutex);
+        return FindNeighbour(neighbourhood, speaker)->endpoint.properties[lastSeen];
+    };
+    Live("appears-ms = 'never'");
+    Happens({speaker, std::nullopt, {{name, "Radio"}}});
+    EXPECT_EQ(known(), Value{});
+    Happens({speaker, false});
+    Happens({speaker, std::nullopt, {{name, "Radio"}}});
+    EXPECT_EQ(known(), Value{});
+    Happens({speaker, true});
+    EXPECT_NE(known(), Value{});
+    Live();
+    EXPECT_NE(known(), Value{}); // there from the beginning
+}
