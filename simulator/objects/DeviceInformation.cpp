@@ -23,15 +23,18 @@ namespace simulator
                          [&] { return m_snapshot->String("System.ItemNameDisplay"); });
     }
 
-    // An association endpoint has no interface that could be disabled.
+    // An association endpoint has no interface that could be disabled, or be the default of its class: unless something
+    // says otherwise, it is enabled and no default.
     HRESULT DeviceInformation::get_IsEnabled(boolean* value)
     {
-        return Get("DeviceInformation.get_IsEnabled", m_snapshot->Id(), value, [] { return boolean{true}; });
+        return Get("DeviceInformation.get_IsEnabled", m_snapshot->Id(), value,
+                   [&] { return boolean{m_snapshot->IsTrue("System.Devices.InterfaceEnabled", true)}; });
     }
 
     HRESULT DeviceInformation::get_IsDefault(boolean* value)
     {
-        return Get("DeviceInformation.get_IsDefault", m_snapshot->Id(), value, [] { return boolean{false}; });
+        return Get("DeviceInformation.get_IsDefault", m_snapshot->Id(), value,
+                   [&] { return boolean{m_snapshot->IsTrue("System.Devices.IsDefault")}; });
     }
 
     HRESULT DeviceInformation::get_EnclosureLocation(void** value)

@@ -68,10 +68,12 @@ namespace simulator
         return m_properties;
     }
 
-    bool Snapshot::IsTrue(std::string_view property) const
+    bool Snapshot::IsTrue(std::string_view property, bool otherwise) const
     {
         std::lock_guard const lock(m_mutex);
-        return simulator::IsTrue(m_properties, property);
+        auto const found = m_properties.find(property);
+        auto const* const flag = found == m_properties.end() ? nullptr : std::get_if<bool>(&found->second);
+        return flag ? *flag : otherwise;
     }
 
     std::string Snapshot::String(std::string_view property) const

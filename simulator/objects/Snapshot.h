@@ -25,7 +25,7 @@ namespace simulator
         std::string const& Id() const noexcept;
         platform::DeviceInformationKind Kind() const noexcept;
         Properties All() const;
-        bool IsTrue(std::string_view property) const;
+        bool IsTrue(std::string_view property, bool otherwise = false) const; // where it is null
         std::string String(std::string_view property) const;
         void Update(Properties const& changed);
 
