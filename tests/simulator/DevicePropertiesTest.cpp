@@ -1,6 +1,9 @@
 // The properties of a device object, their map and their boxes.
 #include "tests/simulator/Client.h"
 
+#include <windows.h>
+#include <winstring.h>
+
 using namespace test;
 using testing::Contains;
 using testing::Not;
@@ -25,6 +28,94 @@ namespace
     }
 
     using DeviceProperties = SimulatorTest;
+
+    struct Boxing
+    {
+        char const* property;
+        char const* toml;
+        PropertyType type;
+        bool isNumber;
+        GUID reference;
+        char const* className;
+    };
+
+    constexpr Boxing boxes[] = {
+        {"System.Devices.Aep.IsConnected", "true", PropertyType::Boolean, false, iid_of<IReference<boolean>>,
+         "Windows.Foundation.IReference`1<Boolean>"},
+        {"System.Devices.BatteryLife", "255", PropertyType::UInt8, true, iid_of<IReference<UInt8>>,
+         "Windows.Foundation.IReference`1<UInt8>"},
+        {"System.DeviceInterface.Bluetooth.VendorId", "65535", PropertyType::UInt16, true, iid_of<IReference<UINT16>>,
+         "Windows.Foundation.IReference`1<UInt16>"},
+        {"System.Devices.Aep.SignalStrength", "-5", PropertyType::Int32, true, iid_of<IReference<INT32>>,
+         "Windows.Foundation.IReference`1<Int32>"},
+        {"System.DeviceInterface.Bluetooth.Flags", "4294967295", PropertyType::UInt32, true, iid_of<IReference<UINT32>>,
+         "Windows.Foundation.IReference`1<UInt32>"},
+        {"System.Devices.Aep.ModelName", "'x'", PropertyType::String, false, iid_of<IReference<HSTRING>>,
+         "Windows.Foundation.IReference`1<String>"},
+        {"System.Devices.Aep.ModelId", "'{e0cbf06c-cd8b-4647-bb8a-263b43f0f974}'", PropertyType::Guid, false,
+         iid_of<IReference<GUID>>, "Windows.Foundation.IReference`1<Guid>"},
+        {"System.DeviceInterface.Bluetooth.LastConnectedTime", "1601-01-01T00:00:00.0000007Z", PropertyType::DateTime,
+         false, iid_of<IReference<platform::DateTime>>, "Windows.Foundation.IReference`1<Windows.Foundation.DateTime>"},
+        {"System.Devices.PhysicalDeviceLocation", "[1, 255]", PropertyType::UInt8Array, false,
+         iid_of<IReferenceArray<UInt8>>, "Windows.Foundation.IReferenceArray`1<UInt8>"},
+        {"System.Devices.Aep.Category", "['a', 'Zoë']", PropertyType::StringArray, false,
+         iid_of<IReferenceArray<HSTRING>>, "Windows.Foundation.IReferenceArray`1<String>"},
+        {"System.Devices.AepContainer.ProtocolIds", "['{e0cbf06c-cd8b-4647-bb8a-263b43f0f974}']",
+         PropertyType::GuidArray, false, iid_of<IReferenceArray<GUID>>, "Windows.Foundation.IReferenceArray`1<Guid>"},
+    };
+
+    Com<IPropertyValue> Boxed(char const* property, char const* toml)
+    {
+        SimulateDeviceChanges(speaker, property, toml);
+        return Lookup(FindDevice(speaker, {property}), property);
+    }
+
+    // The one type for which a getter answers, if it is among these; none takes a null.
+    std::vector<PropertyType> TypesOf(Com<IPropertyValue> const& value)
+    {
+        std::vector<PropertyType> types;
+        auto const note = [&types](HRESULT code, PropertyType type) {
+            if (code == S_OK)
+            {
+                types.push_back(type);
+            }
+            else
+            {
+                EXPECT_EQ(code, typeMismatch);
+            }
+        };
+        boolean flag{};
+        UINT8 octet{};
+        UINT16 word{};
+        INT32 number{};
+        UINT32 natural{};
+        String text;
+        GUID id{};
+        platform::DateTime time{};
+        note(value->GetBoolean(&flag), PropertyType::Boolean);
+        note(value->GetUInt8(&octet), PropertyType::UInt8);
+        note(value->GetUInt16(&word), PropertyType::UInt16);
+        note(value->GetInt32(&number), PropertyType::Int32);
+        note(value->GetUInt32(&natural), PropertyType::UInt32);
+        note(value->GetString(text.Put()), PropertyType::String);
+        note(value->GetGuid(&id), PropertyType::Guid);
+        note(value->GetDateTime(&time), PropertyType::DateTime);
+        UINT32 size = 0;
+        UINT8* bytes = nullptr;
+        HSTRING* texts = nullptr;
+        GUID* ids = nullptr;
+        note(value->GetUInt8Array(&size, &bytes), PropertyType::UInt8Array);
+        note(value->GetStringArray(&size, &texts), PropertyType::StringArray);
+        note(value->GetGuidArray(&size, &ids), PropertyType::GuidArray);
+        for (UINT32 index = 0; texts && index < size; ++index)
+        {
+            WindowsDeleteString(texts[index]);
+        }
+        CoTaskMemFree(bytes);
+        CoTaskMemFree(texts);
+        CoTaskMemFree(ids);
+        return types;
+    }
 } // namespace
 
 TEST_F(DeviceProperties, AreThoseOfEveryDeviceAndThoseAskedFor)
@@ -99,6 +190,125 @@ TEST_F(DeviceProperties, AreRefusedAsAnotherType)
     EXPECT_EQ(value->GetInt32(&number), typeMismatch);
     EXPECT_EQ(value->GetStringArray(&size, &texts), typeMismatch);
     EXPECT_EQ(value->GetBoolean(nullptr), E_POINTER);
+}
+
+class DevicePropertyBoxes : public SimulatorTest, public testing::WithParamInterface<Boxing>
+{
+};
+
+TEST_P(DevicePropertyBoxes, AreOfTheirTypeAlone)
+{
+    auto const& [property, toml, type, isNumber, reference, className] = GetParam();
+    auto const value = Boxed(property, toml);
+    ASSERT_TRUE(value);
+    PropertyType found{};
+    EXPECT_EQ(value->get_Type(&found), S_OK);
+    EXPECT_EQ(found, type);
+    boolean number = !isNumber;
+    EXPECT_EQ(value->get_IsNumericScalar(&number), S_OK);
+    EXPECT_EQ(number, isNumber);
+    EXPECT_EQ(ClassNameOf(value.Get()), className);
+    for (auto const& other : boxes)
+    {
+        EXPECT_EQ(value.Answers(other.reference), other.type == type) << other.className;
+    }
+    EXPECT_THAT(TypesOf(value), testing::ElementsAre(type));
+}
+
+INSTANTIATE_TEST_SUITE_P(Each, DevicePropertyBoxes, testing::ValuesIn(boxes));
+
+TEST_F(DeviceProperties, KeepTheirNumbers)
+{
+    UINT8 octet{};
+    UINT16 word{};
+    UINT32 natural{};
+    platform::DateTime time{};
+    EXPECT_EQ(Boxed("System.Devices.BatteryLife", "255")->GetUInt8(&octet), S_OK);
+    EXPECT_EQ(octet, 255);
+    EXPECT_EQ(Boxed("System.DeviceInterface.Bluetooth.VendorId", "65535")->GetUInt16(&word), S_OK);
+    EXPECT_EQ(word, 65535);
+    EXPECT_EQ(Boxed("System.DeviceInterface.Bluetooth.Flags", "4294967295")->GetUInt32(&natural), S_OK);
+    EXPECT_EQ(natural, 4294967295u);
+    EXPECT_EQ(
+        Boxed("System.DeviceInterface.Bluetooth.LastConnectedTime", "1601-01-01T00:00:00.0000007Z")->GetDateTime(&time),
+        S_OK);
+    EXPECT_EQ(time.UniversalTime, 7);
+}
+
+TEST_F(DeviceProperties, HandOutCopiesOfTheirLists)
+{
+    auto const category = Boxed("System.Devices.Aep.Category", "['a', 'Zoë']");
+    for (int round = 0; round < 2; ++round)
+    {
+        UINT32 size = 0;
+        HSTRING* texts = nullptr;
+        ASSERT_EQ(category.As<IReferenceArray<HSTRING>>()->get_Value(&size, &texts), S_OK);
+        ASSERT_EQ(size, 2u);
+        String first;
+        String second;
+        *first.Put() = texts[0];
+        *second.Put() = texts[1];
+        EXPECT_EQ(first.Utf8(), "a");
+        EXPECT_EQ(second.Utf8(), "Zoë");
+        CoTaskMemFree(texts);
+    }
+    UINT32 size = 0;
+    UINT8* bytes = nullptr;
+    ASSERT_EQ(Boxed("System.Devices.PhysicalDeviceLocation", "[1, 255]")->GetUInt8Array(&size, &bytes), S_OK);
+    EXPECT_THAT(std::vector<UINT8>(bytes, bytes + size), testing::ElementsAre(1, 255));
+    CoTaskMemFree(bytes);
+    GUID* ids = nullptr;
+    ASSERT_EQ(Boxed("System.Devices.AepContainer.ProtocolIds", "['{e0cbf06c-cd8b-4647-bb8a-263b43f0f974}']")
+                  ->GetGuidArray(&size, &ids),
+              S_OK);
+    ASSERT_EQ(size, 1u);
+    EXPECT_EQ(ids[0], (GUID{0xE0CBF06C, 0xCD8B, 0x4647, {0xBB, 0x8A, 0x26, 0x3B, 0x43, 0xF0, 0xF9, 0x74}}));
+    CoTaskMemFree(ids);
+    HSTRING* none = nullptr;
+    EXPECT_EQ(Boxed("System.Devices.Aep.Category", "[]")->GetStringArray(&size, &none), S_OK);
+    EXPECT_EQ(size, 0u);
+    EXPECT_EQ(category->GetStringArray(nullptr, &none), E_POINTER);
+    EXPECT_EQ(category->GetStringArray(&size, nullptr), E_POINTER);
+}
+
+TEST_F(DeviceProperties, AreAskedForInTheirOwnLetterCase)
+{
+    Com<IDeviceWatcher> watcher;
+    EXPECT_EQ(TryMakeWatcher({}, {"System.Devices.Aep.IsConnected"}, watcher), S_OK);
+    EXPECT_EQ(TryMakeWatcher({}, {"System.Devices.Aep.isConnected"}, watcher), elementNotFound);
+    EXPECT_EQ(TryMakeWatcher({}, {"SYSTEM.ITEMNAMEDISPLAY"}, watcher), elementNotFound);
+}
+
+TEST_F(DeviceProperties, TellWhenTheDeviceWasSeen)
+{
+    auto const* const name = "System.Devices.Aep.Bluetooth.LastSeenTime";
+    auto const value = Lookup(FindDevice(speaker, {name}), name);
+    ASSERT_TRUE(value);
+    platform::DateTime time{};
+    EXPECT_EQ(value->GetDateTime(&time), S_OK);
+    FILETIME now{};
+    GetSystemTimeAsFileTime(&now);
+    auto const ticks = static_cast<INT64>(UINT64{now.dwHighDateTime} << 32 | now.dwLowDateTime);
+    EXPECT_NEAR(static_cast<double>(time.UniversalTime), static_cast<double>(ticks), 600e7); // a minute
+}
+
+TEST_F(DeviceProperties, DecideWhetherItIsEnabledAndTheDefault)
+{
+    auto const flags = [] {
+        auto const device = FindDevice(speaker);
+        boolean enabled{};
+        boolean isDefault{};
+        EXPECT_EQ(device->get_IsEnabled(&enabled), S_OK);
+        EXPECT_EQ(device->get_IsDefault(&isDefault), S_OK);
+        return std::pair(enabled != 0, isDefault != 0);
+    };
+    EXPECT_EQ(flags(), std::pair(true, false));
+    SimulateDeviceChanges(speaker, "System.Devices.InterfaceEnabled", "false");
+    SimulateDeviceChanges(speaker, "System.Devices.IsDefault", "false");
+    EXPECT_EQ(flags(), std::pair(false, false));
+    SimulateDeviceChanges(speaker, "System.Devices.InterfaceEnabled", "true");
+    SimulateDeviceChanges(speaker, "System.Devices.IsDefault", "true");
+    EXPECT_EQ(flags(), std::pair(true, true));
 }
 
 TEST_F(DeviceProperties, AreReferencesToo)
