@@ -1,13 +1,14 @@
-// Windows.Devices.Bluetooth and Windows.Devices.Radios at the binary level: what asking for the PC's adapter needs.
-// Pointers to types that nobody here touches stay untyped; their slots count.
+// Windows.Devices.Bluetooth and Windows.Devices.Radios at the binary level; here the PC's adapter.
 #pragma once
 
-#include "platform/abi/Foundation.h"
+#include "platform/abi/BluetoothDevice.h"
+#include "platform/abi/BluetoothLEDevice.h"
+#include "platform/abi/BluetoothValues.h"
+#include "platform/abi/Radios.h"
 
 namespace platform
 {
     struct IBluetoothAdapter;
-    struct IRadio;
 
     struct IBluetoothAdapterStatics : ::IInspectable
     {
@@ -30,29 +31,24 @@ namespace platform
         virtual HRESULT STDMETHODCALLTYPE GetRadioAsync(IAsyncOperation<IRadio*>** operation) = 0;
     };
 
-    enum class RadioState : INT32
+    struct IBluetoothAdapter2 : ::IInspectable
     {
-        Unknown = 0,
-        On = 1,
-        Off = 2,
-        Disabled = 3,
+        static constexpr GUID iid{0xAC94CECC, 0x24D5, 0x41B3, {0x91, 0x6D, 0x10, 0x97, 0xC5, 0x0B, 0x10, 0x2B}};
+        virtual HRESULT STDMETHODCALLTYPE get_AreClassicSecureConnectionsSupported(boolean* value) = 0;
+        virtual HRESULT STDMETHODCALLTYPE get_AreLowEnergySecureConnectionsSupported(boolean* value) = 0;
     };
 
-    struct IRadio : ::IInspectable
+    struct IBluetoothAdapter3 : ::IInspectable
     {
-        static constexpr GUID iid{0x252118DF, 0xB33E, 0x416A, {0x87, 0x5F, 0x1C, 0xF3, 0x8A, 0xE2, 0xD8, 0x3E}};
-        virtual HRESULT STDMETHODCALLTYPE SetStateAsync(RadioState value, void** operation) = 0;
-        virtual HRESULT STDMETHODCALLTYPE add_StateChanged(void* handler, EventRegistrationToken* token) = 0;
-        virtual HRESULT STDMETHODCALLTYPE remove_StateChanged(EventRegistrationToken token) = 0;
-        virtual HRESULT STDMETHODCALLTYPE get_State(RadioState* value) = 0;
-        virtual HRESULT STDMETHODCALLTYPE get_Name(HSTRING* value) = 0;
-        virtual HRESULT STDMETHODCALLTYPE get_Kind(INT32* value) = 0;
+        static constexpr GUID iid{0x8F8624E0, 0xCBA9, 0x5211, {0x9F, 0x89, 0x3A, 0xAC, 0x62, 0xB4, 0xC6, 0xB8}};
+        virtual HRESULT STDMETHODCALLTYPE get_IsExtendedAdvertisingSupported(boolean* value) = 0;
+        virtual HRESULT STDMETHODCALLTYPE get_MaxAdvertisementDataLength(UINT32* value) = 0;
     };
 
     template <>
     inline constexpr GUID iid_of<IAsyncOperation<IBluetoothAdapter*>>{
         0x46FCE70C, 0x6C07, 0x5A3A, {0xB7, 0x75, 0x26, 0xF9, 0x94, 0x02, 0x55, 0x3F}};
     template <>
-    inline constexpr GUID iid_of<IAsyncOperation<IRadio*>>{
-        0xEAC62C40, 0x8DBC, 0x5854, {0x8B, 0xA0, 0xB7, 0xB9, 0x94, 0x0E, 0x73, 0x89}};
+    inline constexpr GUID iid_of<AsyncOperationCompletedHandler<IBluetoothAdapter*>>{
+        0x10A10A88, 0x90E0, 0x511A, {0x9A, 0x08, 0xD7, 0x5F, 0xEB, 0x52, 0xA1, 0x9F}};
 } // namespace platform

@@ -79,11 +79,12 @@ namespace
     {
         RadioState state = RadioState::On;
 
-        HRESULT STDMETHODCALLTYPE SetStateAsync(RadioState, void**) override
+        HRESULT STDMETHODCALLTYPE SetStateAsync(RadioState,
+                                                platform::IAsyncOperation<platform::RadioAccessStatus>**) override
         {
             return E_NOTIMPL;
         }
-        HRESULT STDMETHODCALLTYPE add_StateChanged(void*, EventRegistrationToken*) override
+        HRESULT STDMETHODCALLTYPE add_StateChanged(platform::RadioHandler*, EventRegistrationToken*) override
         {
             return E_NOTIMPL;
         }
@@ -100,7 +101,7 @@ namespace
         {
             return E_NOTIMPL;
         }
-        HRESULT STDMETHODCALLTYPE get_Kind(INT32*) override
+        HRESULT STDMETHODCALLTYPE get_Kind(platform::RadioKind*) override
         {
             return E_NOTIMPL;
         }

@@ -30,7 +30,8 @@ namespace
 
     using Enumerations = testing::Types<platform::AsyncStatus, PropertyType, DeviceInformationKind, DeviceWatcherStatus,
                                         DevicePairingKinds, DevicePairingProtectionLevel, DevicePairingResultStatus,
-                                        DeviceUnpairingResultStatus, RadioState>;
+                                        DeviceUnpairingResultStatus, RadioState, RadioKind, RadioAccessStatus,
+                                        BluetoothConnectionStatus, BluetoothAddressType, BluetoothMajorClass>;
     TYPED_TEST_SUITE(AbiEnumerationSize, Enumerations);
 } // namespace
 
@@ -123,6 +124,38 @@ TEST(AbiEnumerations, RadioState)
 {
     using R = RadioState;
     EXPECT_THAT(Values({R::Unknown, R::On, R::Off, R::Disabled}), ElementsAre(0, 1, 2, 3));
+}
+
+TEST(AbiEnumerations, RadioKind)
+{
+    using R = RadioKind;
+    EXPECT_THAT(Values({R::Other, R::WiFi, R::MobileBroadband, R::Bluetooth, R::FM}), ElementsAre(0, 1, 2, 3, 4));
+}
+
+TEST(AbiEnumerations, RadioAccessStatus)
+{
+    using R = RadioAccessStatus;
+    EXPECT_THAT(Values({R::Unspecified, R::Allowed, R::DeniedByUser, R::DeniedBySystem}), ElementsAre(0, 1, 2, 3));
+}
+
+TEST(AbiEnumerations, BluetoothConnectionStatus)
+{
+    using B = BluetoothConnectionStatus;
+    EXPECT_THAT(Values({B::Disconnected, B::Connected}), ElementsAre(0, 1));
+}
+
+TEST(AbiEnumerations, BluetoothAddressType)
+{
+    using B = BluetoothAddressType;
+    EXPECT_THAT(Values({B::Public, B::Random, B::Unspecified}), ElementsAre(0, 1, 2));
+}
+
+TEST(AbiEnumerations, BluetoothMajorClass)
+{
+    using B = BluetoothMajorClass;
+    EXPECT_THAT(Values({B::Miscellaneous, B::Computer, B::Phone, B::NetworkAccessPoint, B::AudioVideo, B::Peripheral,
+                        B::Imaging, B::Wearable, B::Toy, B::Health}),
+                ElementsAre(0, 1, 2, 3, 4, 5, 6, 7, 8, 9));
 }
 
 TYPED_TEST(AbiEnumerationSize, Is32Bits)

@@ -106,6 +106,16 @@ namespace
     std::string const devices = Class("DeviceInformationCollection", Generic(vectorView, {device}));
     std::string const property = Generic(keyValuePair, {text, object});
 
+    std::string const bluetoothDevice =
+        "rc(Windows.Devices.Bluetooth.BluetoothDevice;{2335b156-90d2-4a04-aef5-0e20b9e6b707})";
+    std::string const bluetoothLEDevice =
+        "rc(Windows.Devices.Bluetooth.BluetoothLEDevice;{b5ee2f7b-4ad8-4642-ac48-80a0b500e887})";
+    std::string const bluetoothAdapter =
+        "rc(Windows.Devices.Bluetooth.BluetoothAdapter;{7974f04c-5f7a-4a34-9225-a855f84b1a8b})";
+    std::string const radio = "rc(Windows.Devices.Radios.Radio;{252118df-b33e-416a-875f-1cf38ae2d83e})";
+    std::string const radioAccess = "enum(Windows.Devices.Radios.RadioAccessStatus;i4)";
+    std::string const deviceAccess = "enum(Windows.Devices.Enumeration.DeviceAccessStatus;i4)";
+
     // Those that nobody here declares are recomputed all the same: they show that the computation is right.
     constexpr GUID const* undeclared = nullptr;
 
@@ -158,9 +168,31 @@ namespace
     };
 
     constexpr Identifier bluetooth[] = {
-        {"8B02FB6A-AC4C-4741-8661-8EAB7D17EA9F", iid_of<IBluetoothAdapterStatics>},
-        {"7974F04C-5F7A-4A34-9225-A855F84B1A8B", iid_of<IBluetoothAdapter>},
-        {"252118DF-B33E-416A-875F-1CF38AE2D83E", iid_of<IRadio>},
+        {"0991DF51-57DB-4725-BBD7-84F64327EC2C", iid_of<platform::IBluetoothDeviceStatics>},
+        {"C29E8E2F-4E14-4477-AA1B-B8B47E5B7ECE", iid_of<platform::IBluetoothDeviceStatics2>},
+        {"2335B156-90D2-4A04-AEF5-0E20B9E6B707", iid_of<platform::IBluetoothDevice>},
+        {"0133F954-B156-4DD0-B1F5-C11BC31A5163", iid_of<platform::IBluetoothDevice2>},
+        {"57FFF78B-651A-4454-B90F-EB21EF0B0D71", iid_of<platform::IBluetoothDevice3>},
+        {"817C34AD-0E9C-42B2-A8DC-3E8094940D12", iid_of<platform::IBluetoothDevice4>},
+        {"B5E0B385-5E85-4559-A10D-1C7281379F96", iid_of<platform::IBluetoothDevice5>},
+        {"C8CF1A19-F0B6-4BF0-8689-41303DE2D9F4", iid_of<platform::IBluetoothLEDeviceStatics>},
+        {"5F12C06B-3BAC-43E8-AD16-563271BD41C2", iid_of<platform::IBluetoothLEDeviceStatics2>},
+        {"B5EE2F7B-4AD8-4642-AC48-80A0B500E887", iid_of<platform::IBluetoothLEDevice>},
+        {"26F062B3-7AEE-4D31-BABA-B1B9775F5916", iid_of<platform::IBluetoothLEDevice2>},
+        {"AEE9E493-44AC-40DC-AF33-B2C13C01CA46", iid_of<platform::IBluetoothLEDevice3>},
+        {"2B605031-2248-4B2F-ACF0-7CEE36FC5870", iid_of<platform::IBluetoothLEDevice4>},
+        {"9D6A1260-5287-458E-95BA-17C8B7BB326E", iid_of<platform::IBluetoothLEDevice5>},
+        {"C17949AF-57C1-4642-BCCE-E6C06B20AE76", iid_of<platform::IBluetoothDeviceId>},
+        {"A7884E67-3EFB-4F31-BBC2-810E09977404", iid_of<platform::IBluetoothDeviceIdStatics>},
+        {"D640227E-D7D7-4661-9454-65039CA17A2B", iid_of<platform::IBluetoothClassOfDevice>},
+        {"E46135BD-0FA2-416C-91B4-C1E48CA061C1", iid_of<platform::IBluetoothClassOfDeviceStatics>},
+        {"5D2079F2-66A8-4258-985E-02B4D9509F18", iid_of<platform::IBluetoothLEAppearance>},
+        {"8B02FB6A-AC4C-4741-8661-8EAB7D17EA9F", iid_of<platform::IBluetoothAdapterStatics>},
+        {"7974F04C-5F7A-4A34-9225-A855F84B1A8B", iid_of<platform::IBluetoothAdapter>},
+        {"AC94CECC-24D5-41B3-916D-1097C50B102B", iid_of<platform::IBluetoothAdapter2>},
+        {"8F8624E0-CBA9-5211-9F89-3AAC62B4C6B8", iid_of<platform::IBluetoothAdapter3>},
+        {"5FB6A12E-67CB-46AE-AAE9-65919F86EFF4", iid_of<platform::IRadioStatics>},
+        {"252118DF-B33E-416A-875F-1CF38AE2D83E", iid_of<platform::IRadio>},
     };
 
     Parameterised const declared[] = {
@@ -188,13 +220,40 @@ namespace
     };
 
     Parameterised const ofBluetooth[] = {
-        {"46FCE70C-6C07-5A3A-B775-26F99402553F",
-         Generic(asyncOperation,
-                 {"rc(Windows.Devices.Bluetooth.BluetoothAdapter;{7974f04c-5f7a-4a34-9225-a855f84b1a8b})"}),
+        {"B58D8D19-44BD-5AC0-A0D6-1B50800F3181", Generic(asyncOperation, {bluetoothDevice}),
+         &iid_of<IAsyncOperation<platform::IBluetoothDevice*>>},
+        {"B2E8CDD1-66AA-5892-85A3-8F0B165E43FC", Generic(completedHandler, {bluetoothDevice}),
+         &iid_of<AsyncOperationCompletedHandler<platform::IBluetoothDevice*>>},
+        {"375F9D67-74A2-5F91-A11D-169093718D41", Generic(asyncOperation, {bluetoothLEDevice}),
+         &iid_of<IAsyncOperation<platform::IBluetoothLEDevice*>>},
+        {"9156B79F-C54A-5277-8F8B-D2CC43C7E004", Generic(completedHandler, {bluetoothLEDevice}),
+         &iid_of<AsyncOperationCompletedHandler<platform::IBluetoothLEDevice*>>},
+        {"46FCE70C-6C07-5A3A-B775-26F99402553F", Generic(asyncOperation, {bluetoothAdapter}),
          &iid_of<IAsyncOperation<platform::IBluetoothAdapter*>>},
-        {"EAC62C40-8DBC-5854-8BA0-B7B9940E7389",
-         Generic(asyncOperation, {"rc(Windows.Devices.Radios.Radio;{252118df-b33e-416a-875f-1cf38ae2d83e})"}),
+        {"10A10A88-90E0-511A-9A08-D75FEB52A19F", Generic(completedHandler, {bluetoothAdapter}),
+         &iid_of<AsyncOperationCompletedHandler<platform::IBluetoothAdapter*>>},
+        {"EAC62C40-8DBC-5854-8BA0-B7B9940E7389", Generic(asyncOperation, {radio}),
          &iid_of<IAsyncOperation<platform::IRadio*>>},
+        {"8A5C7E3A-80E2-585B-8630-7A8E777F0354", Generic(completedHandler, {radio}),
+         &iid_of<AsyncOperationCompletedHandler<platform::IRadio*>>},
+        {"040B54A1-203E-58F5-943F-C1CCA86BD532", Generic(asyncOperation, {Generic(vectorView, {radio})}),
+         &iid_of<IAsyncOperation<IVectorView<platform::IRadio*>*>>},
+        {"D30691E6-60A0-59C9-8965-5BBE282E8208", Generic(completedHandler, {Generic(vectorView, {radio})}),
+         &iid_of<AsyncOperationCompletedHandler<IVectorView<platform::IRadio*>*>>},
+        {"65066C36-090B-5466-B8E5-E7565DC34175", Generic(vectorView, {radio}), &iid_of<IVectorView<platform::IRadio*>>},
+        {"E82500AF-1F53-504E-B8BE-DAC4FBB69084", Generic(iterable, {radio}), &iid_of<IIterable<platform::IRadio*>>},
+        {"CF37EDE7-EAEC-5B8F-AD31-4D51ABD9DB05", Generic(iterator, {radio}), &iid_of<IIterator<platform::IRadio*>>},
+        {"21FB30EF-072F-502C-9898-D0C3B2CD9AC5", Generic(asyncOperation, {radioAccess}),
+         &iid_of<IAsyncOperation<RadioAccessStatus>>},
+        {"BD248E73-F05F-574C-AE3D-9B95C4BF282A", Generic(completedHandler, {radioAccess}),
+         &iid_of<AsyncOperationCompletedHandler<RadioAccessStatus>>},
+        {"C00BC2F2-A7F8-5F3F-80D1-2808EF6BCA10", Generic(asyncOperation, {deviceAccess}), undeclared},
+        {"EE154D83-805B-53E8-8469-90715036D013", Generic(completedHandler, {deviceAccess}), undeclared},
+        {"DB56CE1C-5E9F-5138-9227-B1A66D60BC1B", Generic(typedEventHandler, {bluetoothDevice, object}),
+         &iid_of<BluetoothDeviceHandler>},
+        {"A90661E2-372E-5D1E-BBBB-B8A2CE0E7C4D", Generic(typedEventHandler, {bluetoothLEDevice, object}),
+         &iid_of<BluetoothLEDeviceHandler>},
+        {"FC6AA329-B586-5EBB-9E85-3F6B84EBDF18", Generic(typedEventHandler, {radio, object}), &iid_of<RadioHandler>},
     };
 
     Parameterised const ofDevices[] = {

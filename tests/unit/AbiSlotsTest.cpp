@@ -253,17 +253,96 @@ TEST(AbiSlots, DeviceWatcher)
 
 TEST(AbiSlots, BluetoothAdapter)
 {
-    using S = IBluetoothAdapterStatics;
+    using S = platform::IBluetoothAdapterStatics;
     using I = platform::IBluetoothAdapter;
+    using I2 = platform::IBluetoothAdapter2;
+    using I3 = platform::IBluetoothAdapter3;
     ExpectSlots(6, 8, &S::GetDeviceSelector, &S::FromIdAsync, &S::GetDefaultAsync);
     ExpectSlots(6, 13, &I::get_DeviceId, &I::get_BluetoothAddress, &I::get_IsClassicSupported,
                 &I::get_IsLowEnergySupported, &I::get_IsPeripheralRoleSupported, &I::get_IsCentralRoleSupported,
                 &I::get_IsAdvertisementOffloadSupported, &I::GetRadioAsync);
+    ExpectSlots(6, 7, &I2::get_AreClassicSecureConnectionsSupported, &I2::get_AreLowEnergySecureConnectionsSupported);
+    ExpectSlots(6, 7, &I3::get_IsExtendedAdvertisingSupported, &I3::get_MaxAdvertisementDataLength);
+}
+
+TEST(AbiSlots, BluetoothDevice)
+{
+    using S = platform::IBluetoothDeviceStatics;
+    using S2 = platform::IBluetoothDeviceStatics2;
+    using I = platform::IBluetoothDevice;
+    using I2 = platform::IBluetoothDevice2;
+    using I3 = platform::IBluetoothDevice3;
+    using I4 = platform::IBluetoothDevice4;
+    using I5 = platform::IBluetoothDevice5;
+    ExpectSlots(6, 9, &S::FromIdAsync, &S::FromHostNameAsync, &S::FromBluetoothAddressAsync, &S::GetDeviceSelector);
+    ExpectSlots(6, 10, &S2::GetDeviceSelectorFromPairingState, &S2::GetDeviceSelectorFromConnectionStatus,
+                &S2::GetDeviceSelectorFromDeviceName, &S2::GetDeviceSelectorFromBluetoothAddress,
+                &S2::GetDeviceSelectorFromClassOfDevice);
+    ExpectSlots(6, 19, &I::get_DeviceId, &I::get_HostName, &I::get_Name, &I::get_ClassOfDevice, &I::get_SdpRecords,
+                &I::get_RfcommServices, &I::get_ConnectionStatus, &I::get_BluetoothAddress, &I::add_NameChanged,
+                &I::remove_NameChanged, &I::add_SdpRecordsChanged, &I::remove_SdpRecordsChanged,
+                &I::add_ConnectionStatusChanged, &I::remove_ConnectionStatusChanged);
+    ExpectSlots(6, 6, &I2::get_DeviceInformation);
+    ExpectSlots(6, 11, &I3::get_DeviceAccessInformation, &I3::RequestAccessAsync, &I3::GetRfcommServicesAsync,
+                &I3::GetRfcommServicesWithCacheModeAsync, &I3::GetRfcommServicesForIdAsync,
+                &I3::GetRfcommServicesForIdWithCacheModeAsync);
+    ExpectSlots(6, 6, &I4::get_BluetoothDeviceId);
+    ExpectSlots(6, 6, &I5::get_WasSecureConnectionUsedForPairing);
+}
+
+TEST(AbiSlots, BluetoothLEDevice)
+{
+    using S = platform::IBluetoothLEDeviceStatics;
+    using S2 = platform::IBluetoothLEDeviceStatics2;
+    using I = platform::IBluetoothLEDevice;
+    using I2 = platform::IBluetoothLEDevice2;
+    using I3 = platform::IBluetoothLEDevice3;
+    using I4 = platform::IBluetoothLEDevice4;
+    using I5 = platform::IBluetoothLEDevice5;
+    ExpectSlots(6, 8, &S::FromIdAsync, &S::FromBluetoothAddressAsync, &S::GetDeviceSelector);
+    ExpectSlots(6, 12, &S2::GetDeviceSelectorFromPairingState, &S2::GetDeviceSelectorFromConnectionStatus,
+                &S2::GetDeviceSelectorFromDeviceName, &S2::GetDeviceSelectorFromBluetoothAddress,
+                &S2::GetDeviceSelectorFromBluetoothAddressWithBluetoothAddressType,
+                &S2::GetDeviceSelectorFromAppearance, &S2::FromBluetoothAddressWithBluetoothAddressTypeAsync);
+    ExpectSlots(6, 17, &I::get_DeviceId, &I::get_Name, &I::get_GattServices, &I::get_ConnectionStatus,
+                &I::get_BluetoothAddress, &I::GetGattService, &I::add_NameChanged, &I::remove_NameChanged,
+                &I::add_GattServicesChanged, &I::remove_GattServicesChanged, &I::add_ConnectionStatusChanged,
+                &I::remove_ConnectionStatusChanged);
+    ExpectSlots(6, 8, &I2::get_DeviceInformation, &I2::get_Appearance, &I2::get_BluetoothAddressType);
+    ExpectSlots(6, 11, &I3::get_DeviceAccessInformation, &I3::RequestAccessAsync, &I3::GetGattServicesAsync,
+                &I3::GetGattServicesWithCacheModeAsync, &I3::GetGattServicesForUuidAsync,
+                &I3::GetGattServicesForUuidWithCacheModeAsync);
+    ExpectSlots(6, 6, &I4::get_BluetoothDeviceId);
+    ExpectSlots(6, 6, &I5::get_WasSecureConnectionUsedForPairing);
+}
+
+TEST(AbiSlots, BluetoothValues)
+{
+    using Id = platform::IBluetoothDeviceId;
+    using IdStatics = platform::IBluetoothDeviceIdStatics;
+    using Class = platform::IBluetoothClassOfDevice;
+    using ClassStatics = platform::IBluetoothClassOfDeviceStatics;
+    using Appearance = platform::IBluetoothLEAppearance;
+    ExpectSlots(6, 8, &Id::get_Id, &Id::get_IsClassicDevice, &Id::get_IsLowEnergyDevice);
+    ExpectSlots(6, 6, &IdStatics::FromId);
+    ExpectSlots(6, 9, &Class::get_RawValue, &Class::get_MajorClass, &Class::get_MinorClass,
+                &Class::get_ServiceCapabilities);
+    ExpectSlots(6, 7, &ClassStatics::FromRawValue, &ClassStatics::FromParts);
+    ExpectSlots(6, 8, &Appearance::get_RawValue, &Appearance::get_Category, &Appearance::get_SubCategory);
 }
 
 TEST(AbiSlots, Radio)
 {
+    using S = platform::IRadioStatics;
     using I = platform::IRadio;
+    ExpectSlots(6, 9, &S::GetRadiosAsync, &S::GetDeviceSelector, &S::FromIdAsync, &S::RequestAccessAsync);
     ExpectSlots(6, 11, &I::SetStateAsync, &I::add_StateChanged, &I::remove_StateChanged, &I::get_State, &I::get_Name,
                 &I::get_Kind);
+}
+
+TEST(AbiSlots, BluetoothDelegates)
+{
+    ExpectSlots(3, 3, &BluetoothDeviceHandler::Invoke);
+    ExpectSlots(3, 3, &BluetoothLEDeviceHandler::Invoke);
+    ExpectSlots(3, 3, &RadioHandler::Invoke);
 }
