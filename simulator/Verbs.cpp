@@ -2,6 +2,7 @@
 #include "simulator/com/Lifetime.h"
 #include "simulator/neighbourhood/Neighbourhood.h"
 #include "simulator/neighbourhood/Operation.h"
+#include "simulator/neighbourhood/RadioSwitch.h"
 #include "simulator/neighbourhood/WatcherRun.h"
 #include "simulator/trace/Call.h"
 
@@ -212,6 +213,22 @@ void SimulateEnumerationCompletes(void)
 void SimulateWatchersAbort(void)
 {
     Verb([] { ForEachRun(Abort); });
+}
+
+int SimulateRadioState(int32_t state)
+{
+    return Verb([&] {
+        using platform::RadioState;
+        auto const asked = static_cast<RadioState>(state);
+        if (asked != RadioState::On && asked != RadioState::Off && asked != RadioState::Disabled)
+        {
+            throw Refused("no switch leads to radio state " + std::to_string(state));
+        }
+        if (!SwitchRadio(asked))
+        {
+            throw Refused("there is no adapter");
+        }
+    });
 }
 
 int SimulatePairingCompletes(char const* id, int32_t status)

@@ -71,6 +71,10 @@ extern "C"
     /* Every started watcher is aborted, as when the system takes the radio away. */
     VORLINK_SIMULATOR_API void SimulateWatchersAbort(void);
 
+    /* The user switches the PC's radio: 1 for on, 2 for off, 3 for disabled. What follows is the scenario's choice.
+       Fails where there is no adapter. */
+    VORLINK_SIMULATOR_API int SimulateRadioState(int32_t state);
+
     /* Completes the pending pairing (unpairing) of an endpoint with a status by its number, which may be one
        that the platform does not define. Fails when none is pending. */
     VORLINK_SIMULATOR_API int SimulatePairingCompletes(char const* id, int32_t status);

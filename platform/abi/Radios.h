@@ -2,37 +2,13 @@
 #pragma once
 
 #include "platform/abi/Collections.h"
+#include "platform/abi/RadioValues.h"
 
 namespace platform
 {
     struct IRadio;
 
     using RadioHandler = TypedEventHandler<IRadio*, ::IInspectable*>;
-
-    enum class RadioState : INT32
-    {
-        Unknown = 0,
-        On = 1,
-        Off = 2,
-        Disabled = 3,
-    };
-
-    enum class RadioKind : INT32
-    {
-        Other = 0,
-        WiFi = 1,
-        MobileBroadband = 2,
-        Bluetooth = 3,
-        FM = 4,
-    };
-
-    enum class RadioAccessStatus : INT32
-    {
-        Unspecified = 0,
-        Allowed = 1,
-        DeniedByUser = 2,
-        DeniedBySystem = 3,
-    };
 
     struct IRadioStatics : ::IInspectable
     {

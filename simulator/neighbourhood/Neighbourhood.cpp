@@ -1,6 +1,8 @@
 #include "simulator/neighbourhood/Neighbourhood.h"
 
 #include "simulator/neighbourhood/Operation.h"
+#include "simulator/neighbourhood/RadioSwitch.h"
+#include "simulator/neighbourhood/Subscription.h"
 #include "simulator/neighbourhood/WatcherRun.h"
 #include "simulator/scenario/FirstScenario.h"
 #include "simulator/scenario/StateFile.h"
@@ -48,6 +50,7 @@ namespace simulator
             {
                 CutOff(*run);
             }
+            DropSubscriptions(neighbourhood);
             std::vector<std::function<void()>> cancellations;
             for (auto const& operation : neighbourhood.operations)
             {
@@ -92,7 +95,8 @@ namespace simulator
             auto const now = Clock::now();
             auto const& runs = neighbourhood.runs;
             auto const& operations = neighbourhood.operations;
-            return std::all_of(runs.begin(), runs.end(), [&](auto const& run) { return IsIdle(*run, now); }) &&
+            return neighbourhood.telling.empty() &&
+                   std::all_of(runs.begin(), runs.end(), [&](auto const& run) { return IsIdle(*run, now); }) &&
                    std::all_of(operations.begin(), operations.end(),
                                [&](auto const& operation) { return IsIdle(*operation, now); });
         }
@@ -135,18 +139,31 @@ namespace simulator
             neighbour->endpoint.properties.insert_or_assign(std::string(lastSeenProperty), Now());
         }
         bool pairingChanged = false;
+        Happening changed{.id = happening.id};
         for (auto const& [property, value] : happening.values)
         {
-            auto const entry = neighbour->endpoint.properties.insert_or_assign(property, value).first;
-            pairingChanged = pairingChanged || entry->first == isPairedProperty;
+            auto& [name, known] = *neighbour->endpoint.properties.try_emplace(property).first;
+            pairingChanged = pairingChanged || name == isPairedProperty;
+            if (known != value)
+            {
+                known = value;
+                changed.values.emplace_back(name, value);
+            }
         }
+        TellSubscribers(neighbourhood, changed);
         if (pairingChanged && HasStateFile())
         {
             ChangeStateFile(happening.id, StateOf(neighbourhood));
         }
+        auto heard = happening;
+        if (!IsOnAir(neighbourhood))
+        {
+            heard.inRange.reset();
+            heard.again = false;
+        }
         for (auto const& run : neighbourhood.runs)
         {
-            Tell(*run, happening);
+            Tell(*run, heard);
         }
         neighbourhood.changed.notify_all();
     }

@@ -20,6 +20,7 @@ namespace simulator
 {
     struct WatcherRun;
     struct Operation;
+    struct Subscription;
 
     using Clock = std::chrono::steady_clock;
 
@@ -55,6 +56,8 @@ namespace simulator
         std::unordered_map<std::string_view, Neighbour*> neighboursById;
         std::vector<std::shared_ptr<WatcherRun>> runs;
         std::vector<std::shared_ptr<Operation>> operations;
+        std::vector<std::shared_ptr<Subscription>> subscriptions;
+        std::vector<std::shared_ptr<Subscription>> telling; // those that are being told something
     };
 
     // Made at first use, with the first scenario; never destroyed.

@@ -1,6 +1,7 @@
 #include "simulator/neighbourhood/Refusal.h"
 
 #include "simulator/neighbourhood/Operation.h"
+#include "simulator/neighbourhood/RadioSwitch.h"
 
 namespace simulator
 {
@@ -35,6 +36,7 @@ namespace simulator
             {Occupying(neighbourhood, id) != nullptr, DevicePairingResultStatus::OperationAlreadyInProgress},
             {endpoint.pairing.promptOpen, DevicePairingResultStatus::OperationAlreadyInProgress},
             {IsTrue(endpoint.properties, isPairedProperty), DevicePairingResultStatus::AlreadyPaired},
+            {!IsOnAir(neighbourhood), static_cast<DevicePairingResultStatus>(neighbourhood.scenario.radio.offPairing)},
             {!IsTrue(endpoint.properties, canPairProperty), DevicePairingResultStatus::NotReadyToPair},
             {!IsInRange(*neighbour),
              static_cast<DevicePairingResultStatus>(neighbourhood.scenario.choices.outOfRangeStatus)},

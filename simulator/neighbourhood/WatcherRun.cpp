@@ -1,5 +1,7 @@
 #include "simulator/neighbourhood/WatcherRun.h"
 
+#include "simulator/neighbourhood/RadioSwitch.h"
+
 #include <algorithm>
 
 namespace simulator
@@ -42,6 +44,19 @@ namespace simulator
             }
         }
 
+        // While the radio is off the platform still knows the devices that are paired.
+        void PlanFromMemory(WatcherRun& run, Endpoint const& endpoint)
+        {
+            if (!IsTrue(endpoint.properties, isPairedProperty))
+            {
+                return;
+            }
+            auto remembered = endpoint.properties;
+            remembered["System.Devices.Aep.IsPresent"] = false;
+            run.seen.insert({endpoint.id, {.properties = std::move(remembered), .unfiltered = endpoint.unfiltered}});
+            run.tasks.emplace_back(Happening{endpoint.id, true, {}});
+        }
+
         // Notes the property's new value among those changed, if the watcher's devices show it.
         void Set(WatcherRun const& run, Seen& seen, std::string const& name, Value const& value, Properties& changed)
         {
@@ -81,11 +96,12 @@ namespace simulator
         run->reportsLateComers = neighbourhood.scenario.appearAfterCompletion;
         run->threads = neighbourhood.scenario.eventThreads;
         run->busyThreads = run->threads;
-        if (run->watching->findsEndpoints)
+        if (run->watching->findsEndpoints && neighbourhood.scenario.adapter.present)
         {
+            bool const isOnAir = IsOnAir(neighbourhood);
             for (auto const& neighbour : neighbourhood.neighbours)
             {
-                PlanEndpoint(*run, neighbour);
+                isOnAir ? PlanEndpoint(*run, neighbour) : PlanFromMemory(*run, neighbour.endpoint);
             }
         }
         if (auto const at = neighbourhood.scenario.enumerationCompletesAtMs; at != never)
@@ -115,6 +131,12 @@ namespace simulator
     void Abort(WatcherRun& run)
     {
         run.abort = true;
+    }
+
+    void Silence(WatcherRun& run)
+    {
+        std::erase_if(run.tasks, [](Task const& task) { return task.has_value(); });
+        std::erase_if(run.schedule, [](TimedTask const& timed) { return timed.task.has_value(); });
     }
 
     void CutOff(WatcherRun& run)

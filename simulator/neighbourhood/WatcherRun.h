@@ -53,6 +53,7 @@ namespace simulator
     void Tell(WatcherRun& run, Happening const& happening);
     void CompleteEnumeration(WatcherRun& run);
     void Abort(WatcherRun& run);
+    void Silence(WatcherRun& run); // it is still to complete, and forgets what else was to come
     void CutOff(WatcherRun& run);
 
     // What the watcher has to report of a happening, if anything.

@@ -1,5 +1,6 @@
 #include "simulator/scenario/Scenario.h"
 
+#include "simulator/scenario/ScenarioAdapter.h"
 #include "simulator/scenario/ScenarioChoices.h"
 #include "simulator/scenario/ScenarioEndpoint.h"
 #include "simulator/scenario/ScenarioListing.h"
@@ -193,9 +194,20 @@ namespace simulator
         auto const root = ParseToml(toml, sourceName);
         Faults faults(sourceName);
         TableReader reader(root, faults);
-        Scenario scenario{300, true, 1, {}, {}, {}};
-        std::string adapter = "00:1a:7d:da:71:13";
-        reader.ReadAddress("adapter", adapter);
+        Scenario scenario{300, true, 1, {}, {}};
+        if (reader.HoldsTable("adapter"))
+        {
+            auto table = reader.Table("adapter");
+            ReadAdapter(*table, scenario.adapter);
+        }
+        else
+        {
+            reader.ReadAddress("adapter", scenario.adapter.address);
+        }
+        if (auto table = reader.Table("radio"))
+        {
+            ReadRadio(*table, scenario.radio);
+        }
         reader.ReadMilliseconds("enumeration-completes-ms", scenario.enumerationCompletesAtMs);
         reader.Read("appear-after-completion", scenario.appearAfterCompletion);
         reader.ReadNumber("event-threads", 1, mostEventThreads, scenario.eventThreads);
@@ -210,7 +222,8 @@ namespace simulator
         std::set<std::string> ids;
         for (auto& device : reader.Tables("device"))
         {
-            std::ranges::move(ReadDevice(device, adapter, ids), std::back_inserter(scenario.endpoints));
+            std::ranges::move(ReadDevice(device, scenario.adapter.address, ids),
+                              std::back_inserter(scenario.endpoints));
         }
         for (auto& endpoint : scenario.endpoints)
         {

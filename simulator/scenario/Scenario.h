@@ -115,6 +115,33 @@ namespace simulator
         bool operator==(Choices const&) const = default;
     };
 
+    // The PC's Bluetooth adapter.
+    struct Adapter
+    {
+        bool present = true;
+        std::string address = "00:1a:7d:da:71:13";
+        bool classic = true;
+        bool le = true;
+        bool centralRole = true;
+        bool peripheralRole = true;
+        bool advertisementOffload = false;
+        bool secureConnections = true;
+        bool extendedAdvertising = false;
+        std::int32_t maxAdvertisementLength = 31; // bytes
+        bool operator==(Adapter const&) const = default;
+    };
+
+    // The adapter's radio, and what becomes of others when it is switched off.
+    struct Radio
+    {
+        std::int32_t state = 1; // RadioState
+        std::string name = "Bluetooth";
+        std::int32_t access = 1;      // RadioAccessStatus
+        bool offAborts = true;        // started watchers; otherwise they fall silent
+        std::int32_t offPairing = 19; // DevicePairingResultStatus
+        bool operator==(Radio const&) const = default;
+    };
+
     struct Scenario
     {
         std::int32_t enumerationCompletesAtMs;
@@ -122,7 +149,9 @@ namespace simulator
         std::int32_t eventThreads;  // how many raise the events of one watcher
         std::vector<Endpoint> endpoints;
         Listing listing;
-        Choices choices;
+        Choices choices{};
+        Adapter adapter{};
+        Radio radio{};
         bool operator==(Scenario const&) const = default;
     };
 

@@ -64,6 +64,25 @@ namespace simulator::names
         {"Abandoned", static_cast<std::int64_t>(EarlyClose::Abandoned)},
     };
 
+    inline constexpr Name radioStates[] = {
+        {"Unknown", 0},
+        {"On", 1},
+        {"Off", 2},
+        {"Disabled", 3},
+    };
+
+    inline constexpr Name radioAccess[] = {
+        {"Unspecified", 0},
+        {"Allowed", 1},
+        {"DeniedByUser", 2},
+        {"DeniedBySystem", 3},
+    };
+
+    inline constexpr Name offWatchers[] = {
+        {"Silent", 0},
+        {"Abort", 1},
+    };
+
     inline constexpr Name unpairEffects[] = {
         {"Updated", static_cast<std::int64_t>(UnpairEffect::Updated)},
         {"Removed", static_cast<std::int64_t>(UnpairEffect::Removed)},

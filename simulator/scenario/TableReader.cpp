@@ -43,6 +43,12 @@ namespace simulator
         return Find(key) != nullptr;
     }
 
+    bool TableReader::HoldsTable(std::string_view key)
+    {
+        auto const* node = Find(key);
+        return node && node->is_table();
+    }
+
     void TableReader::Read(std::string_view key, bool& target)
     {
         Value value = target;

@@ -28,6 +28,7 @@ namespace simulator
         TableReader(toml::table const& contents, Faults& faults);
 
         bool Has(std::string_view key);
+        bool HoldsTable(std::string_view key);
         void Read(std::string_view key, bool& target);
         void Read(std::string_view key, std::string& target);
         void Read(std::string_view key, PropertyKind kind, Value& target);

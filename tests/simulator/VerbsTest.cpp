@@ -131,3 +131,26 @@ TEST_F(Verbs, LaterFailureLetsThatManyCallsThrough)
     }
     EXPECT_THAT(codes, testing::ElementsAre(S_OK, S_OK, E_FAIL, S_OK, E_ACCESSDENIED, S_OK));
 }
+
+TEST_F(Verbs, RefuseRadioStatesThatNoSwitchHasAndTheSwitchOfNoRadio)
+{
+    EXPECT_EQ(SimulateRadioState(0), 0);
+    EXPECT_EQ(SimulateRadioState(4), 0);
+    EXPECT_THAT(SimulatorLastError(), HasSubstr("radio state 4"));
+    EXPECT_EQ(SimulateRadioState(2), 1);
+    EXPECT_EQ(SimulateRadioState(3), 1);
+    EXPECT_EQ(SimulateRadioState(1), 1);
+    Load("[adapter]\npresent = false");
+    EXPECT_EQ(SimulateRadioState(1), 0);
+    EXPECT_STREQ(SimulatorLastError(), "there is no adapter");
+}
+
+TEST_F(Verbs, SwitchTheRadioOffForStartedWatchers)
+{
+    auto const watcher = MakeWatcher();
+    ASSERT_EQ(watcher->Start(), S_OK);
+    EXPECT_TRUE(WaitIdle());
+    EXPECT_EQ(SimulateRadioState(2), 1);
+    EXPECT_TRUE(WaitIdle());
+    EXPECT_EQ(StatusOf(watcher), DeviceWatcherStatus::Aborted);
+}
