@@ -73,6 +73,8 @@ function(vorlink_embed_simulator_manifest target)
     target_sources(${target} PRIVATE ${PROJECT_SOURCE_DIR}/simulator/simulator.manifest)
   else()
     target_sources(${target} PRIVATE ${PROJECT_SOURCE_DIR}/simulator/manifest.rc)
+    set_source_files_properties(${PROJECT_SOURCE_DIR}/simulator/manifest.rc
+                                PROPERTIES OBJECT_DEPENDS ${PROJECT_SOURCE_DIR}/simulator/simulator.manifest)
   endif()
   add_dependencies(${target} vorlink_simulator)
 endfunction()

@@ -1,10 +1,16 @@
 // The two entries by which the operating system finds the simulated classes.
+#include "simulator/bluetooth/BluetoothAdapter.h"
+#include "simulator/bluetooth/BluetoothValues.h"
+#include "simulator/bluetooth/RadioStatics.h"
 #include "simulator/objects/DeviceStatics.h"
 #include "simulator/objects/PairingStatics.h"
 #include "simulator/trace/Call.h"
 
 #include <windows.h>
 #include <objbase.h>
+
+#include <algorithm>
+#include <string_view>
 
 extern "C" HRESULT WINAPI DllGetActivationFactory(HSTRING name, ::IActivationFactory** factory);
 
@@ -28,18 +34,34 @@ namespace
         return SUCCEEDED(CoGetApartmentType(&type, &qualifier));
     }
 
-    template <typename Factory>
-    HRESULT GetFactory(Method method, ::IActivationFactory** factory)
+    struct Class
     {
-        return Call(method, {}, [&](std::string&) {
-            if (!IsInApartment())
-            {
-                return comNotInitialized;
-            }
-            *factory = Make<Factory>().Detach();
-            return S_OK;
-        });
+        std::string_view name;
+        Method method; // as the trace tells of an activation
+        ::IActivationFactory* (*make)();
+    };
+
+    template <typename Made>
+    ::IActivationFactory* MakeFactory()
+    {
+        return Make<Made>().Detach();
     }
+
+    constexpr Class classes[] = {
+        {"Windows.Devices.Bluetooth.BluetoothAdapter", "BluetoothAdapter.GetActivationFactory",
+         MakeFactory<AdapterFactory>},
+        {"Windows.Devices.Bluetooth.BluetoothClassOfDevice", "BluetoothClassOfDevice.GetActivationFactory",
+         MakeFactory<ClassOfDeviceFactory>},
+        {"Windows.Devices.Bluetooth.BluetoothDeviceId", "BluetoothDeviceId.GetActivationFactory",
+         MakeFactory<DeviceIdFactory>},
+        {"Windows.Devices.Bluetooth.BluetoothLEAppearance", "BluetoothLEAppearance.GetActivationFactory",
+         MakeFactory<AppearanceFactory>},
+        {"Windows.Devices.Enumeration.DeviceInformation", "DeviceInformation.GetActivationFactory",
+         MakeFactory<DeviceInformationFactory>},
+        {"Windows.Devices.Enumeration.DeviceInformationPairing", "DeviceInformationPairing.GetActivationFactory",
+         MakeFactory<PairingFactory>},
+        {"Windows.Devices.Radios.Radio", "Radio.GetActivationFactory", MakeFactory<RadioFactory>},
+    };
 } // namespace
 
 extern "C" HRESULT WINAPI DllGetActivationFactory(HSTRING name, ::IActivationFactory** factory)
@@ -50,16 +72,19 @@ extern "C" HRESULT WINAPI DllGetActivationFactory(HSTRING name, ::IActivationFac
     }
     *factory = nullptr;
     StayLoaded();
-    auto const className = FromHstring(name);
-    if (className == "Windows.Devices.Enumeration.DeviceInformation")
+    auto const* const known = std::ranges::find(classes, FromHstring(name), &Class::name);
+    if (known == std::end(classes))
     {
-        return GetFactory<DeviceInformationFactory>("DeviceInformation.GetActivationFactory", factory);
+        return classNotAvailable;
     }
-    if (className == "Windows.Devices.Enumeration.DeviceInformationPairing")
-    {
-        return GetFactory<PairingFactory>("DeviceInformationPairing.GetActivationFactory", factory);
-    }
-    return classNotAvailable;
+    return Call(known->method, {}, [&](std::string&) {
+        if (!IsInApartment())
+        {
+            return comNotInitialized;
+        }
+        *factory = known->make();
+        return S_OK;
+    });
 }
 
 extern "C" HRESULT WINAPI DllCanUnloadNow()

@@ -93,6 +93,52 @@ namespace simulator
             {DeviceWatcherStatus::Aborted, "Aborted"},
         };
 
+        constexpr Name<BluetoothAddressType> addressTypes[] = {
+            {BluetoothAddressType::Public, "Public"},
+            {BluetoothAddressType::Random, "Random"},
+            {BluetoothAddressType::Unspecified, "Unspecified"},
+        };
+
+        constexpr Name<BluetoothConnectionStatus> connectionStatuses[] = {
+            {BluetoothConnectionStatus::Disconnected, "Disconnected"},
+            {BluetoothConnectionStatus::Connected, "Connected"},
+        };
+
+        constexpr Name<BluetoothMajorClass> majorClasses[] = {
+            {BluetoothMajorClass::Miscellaneous, "Miscellaneous"},
+            {BluetoothMajorClass::Computer, "Computer"},
+            {BluetoothMajorClass::Phone, "Phone"},
+            {BluetoothMajorClass::NetworkAccessPoint, "NetworkAccessPoint"},
+            {BluetoothMajorClass::AudioVideo, "AudioVideo"},
+            {BluetoothMajorClass::Peripheral, "Peripheral"},
+            {BluetoothMajorClass::Imaging, "Imaging"},
+            {BluetoothMajorClass::Wearable, "Wearable"},
+            {BluetoothMajorClass::Toy, "Toy"},
+            {BluetoothMajorClass::Health, "Health"},
+        };
+
+        constexpr Name<RadioAccessStatus> radioAccessStatuses[] = {
+            {RadioAccessStatus::Unspecified, "Unspecified"},
+            {RadioAccessStatus::Allowed, "Allowed"},
+            {RadioAccessStatus::DeniedByUser, "DeniedByUser"},
+            {RadioAccessStatus::DeniedBySystem, "DeniedBySystem"},
+        };
+
+        constexpr Name<RadioKind> radioKinds[] = {
+            {RadioKind::Other, "Other"},
+            {RadioKind::WiFi, "WiFi"},
+            {RadioKind::MobileBroadband, "MobileBroadband"},
+            {RadioKind::Bluetooth, "Bluetooth"},
+            {RadioKind::FM, "FM"},
+        };
+
+        constexpr Name<RadioState> radioStates[] = {
+            {RadioState::Unknown, "Unknown"},
+            {RadioState::On, "On"},
+            {RadioState::Off, "Off"},
+            {RadioState::Disabled, "Disabled"},
+        };
+
         template <typename Enum, std::size_t size>
         std::string NameOf(Enum value, Name<Enum> const (&names)[size])
         {
@@ -167,12 +213,52 @@ namespace simulator
         return NameOf(value, watcherStatuses);
     }
 
+    std::string Text(BluetoothAddressType value)
+    {
+        return NameOf(value, addressTypes);
+    }
+
+    std::string Text(BluetoothConnectionStatus value)
+    {
+        return NameOf(value, connectionStatuses);
+    }
+
+    std::string Text(BluetoothMajorClass value)
+    {
+        return NameOf(value, majorClasses);
+    }
+
+    std::string Text(RadioAccessStatus value)
+    {
+        return NameOf(value, radioAccessStatuses);
+    }
+
+    std::string Text(RadioKind value)
+    {
+        return NameOf(value, radioKinds);
+    }
+
+    std::string Text(RadioState value)
+    {
+        return NameOf(value, radioStates);
+    }
+
     std::string Text(boolean value)
     {
         return value ? "true" : "false";
     }
 
     std::string Text(UINT32 value)
+    {
+        return std::to_string(value);
+    }
+
+    std::string Text(UINT16 value)
+    {
+        return std::to_string(value);
+    }
+
+    std::string Text(UINT64 value)
     {
         return std::to_string(value);
     }
