@@ -1,5 +1,7 @@
 // The two entries by which the operating system finds the simulated classes.
 #include "simulator/bluetooth/BluetoothAdapter.h"
+#include "simulator/bluetooth/BluetoothDevice.h"
+#include "simulator/bluetooth/BluetoothLEDevice.h"
 #include "simulator/bluetooth/BluetoothValues.h"
 #include "simulator/bluetooth/RadioStatics.h"
 #include "simulator/objects/DeviceStatics.h"
@@ -52,8 +54,12 @@ namespace
          MakeFactory<AdapterFactory>},
         {"Windows.Devices.Bluetooth.BluetoothClassOfDevice", "BluetoothClassOfDevice.GetActivationFactory",
          MakeFactory<ClassOfDeviceFactory>},
+        {"Windows.Devices.Bluetooth.BluetoothDevice", "BluetoothDevice.GetActivationFactory",
+         MakeFactory<BluetoothDeviceFactory>},
         {"Windows.Devices.Bluetooth.BluetoothDeviceId", "BluetoothDeviceId.GetActivationFactory",
          MakeFactory<DeviceIdFactory>},
+        {"Windows.Devices.Bluetooth.BluetoothLEDevice", "BluetoothLEDevice.GetActivationFactory",
+         MakeFactory<BluetoothLEDeviceFactory>},
         {"Windows.Devices.Bluetooth.BluetoothLEAppearance", "BluetoothLEAppearance.GetActivationFactory",
          MakeFactory<AppearanceFactory>},
         {"Windows.Devices.Enumeration.DeviceInformation", "DeviceInformation.GetActivationFactory",

@@ -47,6 +47,26 @@ namespace simulator
         });
     }
 
+    // A method that hands out a filter, unless an argument is wrong.
+    template <typename MakeText>
+    HRESULT GetSelector(bool valid, Method method, std::string const& arguments, HSTRING* selector, MakeText make)
+    {
+        return Call(method, arguments, [&](std::string& result) {
+            if (!selector)
+            {
+                return E_POINTER;
+            }
+            *selector = nullptr;
+            if (!valid)
+            {
+                return E_INVALIDARG;
+            }
+            std::string const text = make();
+            result = Quoted(text);
+            return MakeHstring(text, selector);
+        });
+    }
+
     // The sender of an event; null once the program has let go of it.
     template <typename Interface>
     Ref<Interface> SenderOf(Lifetime& lifetime)

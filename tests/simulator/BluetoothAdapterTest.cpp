@@ -28,7 +28,8 @@ TEST_P(BluetoothFactory, IsLikeEveryFactory)
 }
 
 INSTANTIATE_TEST_SUITE_P(Classes, BluetoothFactory,
-                         Values(adapterClass, classOfDeviceClass, deviceIdClass, appearanceClass, radioClass));
+                         Values(adapterClass, classOfDeviceClass, deviceIdClass, appearanceClass, radioClass,
+                                deviceClass, leDeviceClass));
 
 TEST_F(Adapter, IsTheScenarios)
 {

@@ -10,6 +10,8 @@ namespace test
 
     inline constexpr auto adapterClass = "Windows.Devices.Bluetooth.BluetoothAdapter";
     inline constexpr auto classOfDeviceClass = "Windows.Devices.Bluetooth.BluetoothClassOfDevice";
+    inline constexpr auto deviceClass = "Windows.Devices.Bluetooth.BluetoothDevice";
+    inline constexpr auto leDeviceClass = "Windows.Devices.Bluetooth.BluetoothLEDevice";
     inline constexpr auto deviceIdClass = "Windows.Devices.Bluetooth.BluetoothDeviceId";
     inline constexpr auto appearanceClass = "Windows.Devices.Bluetooth.BluetoothLEAppearance";
     inline constexpr auto radioClass = "Windows.Devices.Radios.Radio";
@@ -74,5 +76,19 @@ namespace test
     inline Com<platform::IRadio> RadioOf(Com<platform::IBluetoothAdapter> const& owner)
     {
         return ObjectOf<platform::IRadio>([&](auto** to) { return owner->GetRadioAsync(to); });
+    }
+
+    inline Com<platform::IBluetoothDevice> ClassicDevice(std::string const& id)
+    {
+        auto const statics = StaticsOf<IBluetoothDeviceStatics>(deviceClass);
+        return ObjectOf<platform::IBluetoothDevice>(
+            [&](auto** to) { return statics->FromIdAsync(String(id).Get(), to); });
+    }
+
+    inline Com<platform::IBluetoothLEDevice> LeDevice(std::string const& id)
+    {
+        auto const statics = StaticsOf<IBluetoothLEDeviceStatics>(leDeviceClass);
+        return ObjectOf<platform::IBluetoothLEDevice>(
+            [&](auto** to) { return statics->FromIdAsync(String(id).Get(), to); });
     }
 } // namespace test
