@@ -271,14 +271,6 @@ TEST_F(DeviceProperties, HandOutCopiesOfTheirLists)
     EXPECT_EQ(category->GetStringArray(&size, nullptr), E_POINTER);
 }
 
-TEST_F(DeviceProperties, AreAskedForInTheirOwnLetterCase)
-{
-    Com<IDeviceWatcher> watcher;
-    EXPECT_EQ(TryMakeWatcher({}, {"System.Devices.Aep.IsConnected"}, watcher), S_OK);
-    EXPECT_EQ(TryMakeWatcher({}, {"System.Devices.Aep.isConnected"}, watcher), elementNotFound);
-    EXPECT_EQ(TryMakeWatcher({}, {"SYSTEM.ITEMNAMEDISPLAY"}, watcher), elementNotFound);
-}
-
 TEST_F(DeviceProperties, TellWhenTheDeviceWasSeen)
 {
     auto const* const name = "System.Devices.Aep.Bluetooth.LastSeenTime";

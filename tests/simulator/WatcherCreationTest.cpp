@@ -60,7 +60,7 @@ TEST_F(WatcherCreation, RefusesPropertiesThatDoNotExist)
     EXPECT_EQ(TryMakeWatcher({}, {"{not a guid} 12"}, watcher), E_INVALIDARG);
     EXPECT_EQ(TryMakeWatcher({}, {"{A35996AB-11CF-4935-8B61-A6761081ECDF} x"}, watcher), E_INVALIDARG);
     EXPECT_EQ(TryMakeWatcher({}, {"{A35996AB-11CF-4935-8B61-A6761081ECDF} 12"}, watcher), S_OK);
-    EXPECT_EQ(TryMakeWatcher({}, {"system.devices.aep.ISCONNECTED"}, watcher), S_OK);
+    EXPECT_EQ(TryMakeWatcher({}, {"system.devices.aep.ISCONNECTED"}, watcher), elementNotFound);
 }
 
 TEST_F(WatcherCreation, LetsABlankFilterFailOnlyAtStart)
