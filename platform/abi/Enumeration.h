@@ -25,21 +25,25 @@ namespace platform
     using PairingCompletedHandler = AsyncOperationCompletedHandler<IDevicePairingResult*>;
     using UnpairingOperation = IAsyncOperation<IDeviceUnpairingResult*>;
     using UnpairingCompletedHandler = AsyncOperationCompletedHandler<IDeviceUnpairingResult*>;
+    using DeviceOperation = IAsyncOperation<IDeviceInformation*>;
+    using DeviceCompletedHandler = AsyncOperationCompletedHandler<IDeviceInformation*>;
+    using DeviceCollection = IVectorView<IDeviceInformation*>; // the default interface of the collection's class
+    using DevicesOperation = IAsyncOperation<DeviceCollection*>;
+    using DevicesCompletedHandler = AsyncOperationCompletedHandler<DeviceCollection*>;
     using PropertyMap = IMapView<HSTRING, ::IInspectable*>;
 
     struct IDeviceInformationStatics : ::IInspectable
     {
         static constexpr GUID iid{0xC17F100E, 0x3A46, 0x4A78, {0x80, 0x13, 0x76, 0x9D, 0xC9, 0xB9, 0x73, 0x90}};
-        virtual HRESULT STDMETHODCALLTYPE CreateFromIdAsync(HSTRING id, void** operation) = 0;
+        virtual HRESULT STDMETHODCALLTYPE CreateFromIdAsync(HSTRING id, DeviceOperation** operation) = 0;
         virtual HRESULT STDMETHODCALLTYPE CreateFromIdAsyncAdditionalProperties(HSTRING id,
                                                                                 IIterable<HSTRING>* properties,
-                                                                                void** operation) = 0;
-        virtual HRESULT STDMETHODCALLTYPE FindAllAsync(void** operation) = 0;
-        virtual HRESULT STDMETHODCALLTYPE FindAllAsyncDeviceClass(INT32 deviceClass, void** operation) = 0;
-        virtual HRESULT STDMETHODCALLTYPE FindAllAsyncAqsFilter(HSTRING filter, void** operation) = 0;
-        virtual HRESULT STDMETHODCALLTYPE FindAllAsyncAqsFilterAndAdditionalProperties(HSTRING filter,
-                                                                                       IIterable<HSTRING>* properties,
-                                                                                       void** operation) = 0;
+                                                                                DeviceOperation** operation) = 0;
+        virtual HRESULT STDMETHODCALLTYPE FindAllAsync(DevicesOperation** operation) = 0;
+        virtual HRESULT STDMETHODCALLTYPE FindAllAsyncDeviceClass(INT32 deviceClass, DevicesOperation** operation) = 0;
+        virtual HRESULT STDMETHODCALLTYPE FindAllAsyncAqsFilter(HSTRING filter, DevicesOperation** operation) = 0;
+        virtual HRESULT STDMETHODCALLTYPE FindAllAsyncAqsFilterAndAdditionalProperties(
+            HSTRING filter, IIterable<HSTRING>* properties, DevicesOperation** operation) = 0;
         virtual HRESULT STDMETHODCALLTYPE CreateWatcher(IDeviceWatcher** watcher) = 0;
         virtual HRESULT STDMETHODCALLTYPE CreateWatcherDeviceClass(INT32 deviceClass, IDeviceWatcher** watcher) = 0;
         virtual HRESULT STDMETHODCALLTYPE CreateWatcherAqsFilter(HSTRING filter, IDeviceWatcher** watcher) = 0;
@@ -53,9 +57,10 @@ namespace platform
         static constexpr GUID iid{0x493B4F34, 0xA84F, 0x45FD, {0x91, 0x67, 0x15, 0xD1, 0xCB, 0x1B, 0xD1, 0xF9}};
         virtual HRESULT STDMETHODCALLTYPE GetAqsFilterFromDeviceClass(INT32 deviceClass, HSTRING* filter) = 0;
         virtual HRESULT STDMETHODCALLTYPE CreateFromIdAsyncWithKindAndAdditionalProperties(
-            HSTRING id, IIterable<HSTRING>* properties, DeviceInformationKind kind, void** operation) = 0;
+            HSTRING id, IIterable<HSTRING>* properties, DeviceInformationKind kind, DeviceOperation** operation) = 0;
         virtual HRESULT STDMETHODCALLTYPE FindAllAsyncWithKindAqsFilterAndAdditionalProperties(
-            HSTRING filter, IIterable<HSTRING>* properties, DeviceInformationKind kind, void** operation) = 0;
+            HSTRING filter, IIterable<HSTRING>* properties, DeviceInformationKind kind,
+            DevicesOperation** operation) = 0;
         virtual HRESULT STDMETHODCALLTYPE CreateWatcherWithKindAqsFilterAndAdditionalProperties(
             HSTRING filter, IIterable<HSTRING>* properties, DeviceInformationKind kind, IDeviceWatcher** watcher) = 0;
     };
@@ -224,6 +229,18 @@ namespace platform
     template <>
     inline constexpr GUID iid_of<UnpairingCompletedHandler>{
         0x9BBE6EB9, 0xDB2D, 0x5160, {0xA2, 0x0C, 0xF0, 0xC2, 0x65, 0xF2, 0x0D, 0x8E}};
+    template <>
+    inline constexpr GUID iid_of<DeviceOperation>{
+        0x07FAA053, 0xEB2F, 0x5CBA, {0xB2, 0x5B, 0xD9, 0xD5, 0x7B, 0xE6, 0x71, 0x5F}};
+    template <>
+    inline constexpr GUID iid_of<DeviceCompletedHandler>{
+        0xBB483DF2, 0x7BB6, 0x5923, {0xA2, 0x8D, 0x83, 0x42, 0xEC, 0x30, 0x04, 0x6B}};
+    template <>
+    inline constexpr GUID iid_of<DevicesOperation>{
+        0x45180254, 0x082E, 0x5274, {0xB2, 0xE7, 0xAC, 0x05, 0x17, 0xF4, 0x4D, 0x07}};
+    template <>
+    inline constexpr GUID iid_of<DevicesCompletedHandler>{
+        0x4A458732, 0x527E, 0x5C73, {0x9A, 0x68, 0xA7, 0x3D, 0xA3, 0x70, 0xF7, 0x82}};
     template <>
     inline constexpr GUID iid_of<IIterable<IDeviceInformation*>>{
         0xDD9F8A5D, 0xEC98, 0x5F4B, {0xA3, 0xEA, 0x9C, 0x8B, 0x5A, 0xD5, 0x3C, 0x4B}};

@@ -25,7 +25,7 @@ namespace simulator
                       OperationListener listener);
     void StartUnpairing(std::shared_ptr<Operation> const& operation, OperationListener listener);
 
-    // Ends on a thread of its own when its time has passed, and perhaps before this returns.
+    // Ends on a thread of its own when its time has passed or it is finished, and perhaps before this returns.
     void StartErrand(std::shared_ptr<Operation> const& operation, std::int32_t durationMs, OperationListener listener);
 
     platform::DevicePairingProtectionLevel HighestProtection(std::string const& id);

@@ -189,6 +189,19 @@ namespace simulator
         neighbourhood.changed.notify_all();
     }
 
+    void FinishErrand(Operation& operation, Outcome outcome)
+    {
+        auto& neighbourhood = TheNeighbourhood();
+        {
+            std::lock_guard const lock(neighbourhood.mutex);
+            if (!operation.forced)
+            {
+                operation.forced = outcome;
+            }
+        }
+        neighbourhood.changed.notify_all();
+    }
+
     bool ForceOutcome(std::string_view id, bool unpairing, Outcome outcome)
     {
         auto& neighbourhood = TheNeighbourhood();

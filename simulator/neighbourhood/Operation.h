@@ -32,7 +32,7 @@ namespace simulator
         bool over = false;  // and the caller knows
         bool cancelled = false;
         std::optional<Clock::time_point> due;
-        std::optional<Outcome> forced; // by a verb
+        std::optional<Outcome> forced; // by a verb, or by the errand's work
 
         // The program's answer to the request. Deferrals count while they are open.
         bool answerable = false;
@@ -68,6 +68,9 @@ namespace simulator
     void Accept(Operation& operation, std::string pin);
     bool Defer(Operation& operation); // false: too late
     void EndDeferral(Operation& operation);
+
+    // By whoever does the errand's work, which may be done at any time. Only the first outcome counts.
+    void FinishErrand(Operation& operation, Outcome outcome = {});
 
     // From a verb: false when the endpoint has no such operation.
     bool ForceOutcome(std::string_view id, bool unpairing, Outcome outcome);

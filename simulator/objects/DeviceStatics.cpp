@@ -1,6 +1,7 @@
 #include "simulator/objects/DeviceStatics.h"
 
 #include "simulator/neighbourhood/Neighbourhood.h"
+#include "simulator/objects/DeviceSearch.h"
 #include "simulator/objects/DeviceWatcher.h"
 #include "simulator/properties/RequestedNames.h"
 #include "simulator/trace/Call.h"
@@ -26,16 +27,17 @@ namespace simulator
             return names ? QuotedList(requested.names) : "null";
         }
 
-        HRESULT MakeWatcher(Method method, std::string const& arguments, std::string const& filter,
-                            RequestedNames const& requested, DeviceInformationKind kind,
-                            platform::IDeviceWatcher** watcher)
+        // `make` gives the object and its name in the trace.
+        template <typename Interface, typename MakeObject>
+        HRESULT Give(Method method, std::string const& arguments, RequestedNames const& requested, Interface** object,
+                     MakeObject make)
         {
             return Call(method, arguments, [&](std::string& result) {
-                if (!watcher)
+                if (!object)
                 {
                     return E_POINTER;
                 }
-                *watcher = nullptr;
+                *object = nullptr;
                 if (IsFirstScenarioFaulty())
                 {
                     return E_INVALIDARG;
@@ -46,15 +48,47 @@ namespace simulator
                 }
                 try
                 {
-                    auto made = Make<DeviceWatcher>(Query::Parse(filter), requested.names, kind);
-                    result = made->Name();
-                    *watcher = made.Detach();
+                    auto [name, made] = make();
+                    result = name;
+                    *object = made.Detach();
                     return S_OK;
                 }
                 catch (QueryError const&)
                 {
                     return E_INVALIDARG;
                 }
+            });
+        }
+
+        // What an overload without a kind looks for.
+        DeviceInformationKind KindFor(Query const&)
+        {
+            return DeviceInformationKind::DeviceInterface;
+        }
+
+        HRESULT MakeWatcher(Method method, std::string const& arguments, std::string const& filter,
+                            RequestedNames const& requested, std::optional<DeviceInformationKind> kind,
+                            platform::IDeviceWatcher** watcher)
+        {
+            return Give(method, arguments, requested, watcher, [&] {
+                auto const query = Query::Parse(filter);
+                auto made = Make<DeviceWatcher>(query, requested.names, kind.value_or(KindFor(query)));
+                return std::pair(made->Name(), std::move(made));
+            });
+        }
+
+        // A search starts at once, so that a blank filter fails at once.
+        HRESULT BeginSearch(Method method, std::string const& arguments, std::string const& filter,
+                            RequestedNames const& requested, std::optional<DeviceInformationKind> kind,
+                            platform::DevicesOperation** operation)
+        {
+            return Give(method, arguments, requested, operation, [&] {
+                auto const query = Query::Parse(filter);
+                if (query.IsBlank())
+                {
+                    throw QueryError("the query is blank");
+                }
+                return FindAll(query, requested.names, kind.value_or(KindFor(query)));
             });
         }
     } // namespace
@@ -64,57 +98,60 @@ namespace simulator
         return Outside("DeviceInformation.ActivateInstance", {}, instance);
     }
 
-    HRESULT DeviceInformationFactory::CreateFromIdAsync(HSTRING id, void** operation)
+    HRESULT DeviceInformationFactory::CreateFromIdAsync(HSTRING id, platform::DeviceOperation** operation)
     {
         return Outside("DeviceInformation.CreateFromIdAsync", Quoted(FromHstring(id)), operation);
     }
 
     HRESULT DeviceInformationFactory::CreateFromIdAsyncAdditionalProperties(HSTRING id, Names* properties,
-                                                                            void** operation)
+                                                                            platform::DeviceOperation** operation)
     {
         return Outside("DeviceInformation.CreateFromIdAsyncAdditionalProperties",
                        Quoted(FromHstring(id)) + ", " + ListText(properties, ReadNames(properties)), operation);
     }
 
-    HRESULT DeviceInformationFactory::FindAllAsync(void** operation)
+    HRESULT DeviceInformationFactory::FindAllAsync(platform::DevicesOperation** operation)
     {
-        return Outside("DeviceInformation.FindAllAsync", {}, operation);
+        return BeginSearch("DeviceInformation.FindAllAsync", {}, {}, {}, std::nullopt, operation);
     }
 
-    HRESULT DeviceInformationFactory::FindAllAsyncDeviceClass(INT32 deviceClass, void** operation)
+    HRESULT DeviceInformationFactory::FindAllAsyncDeviceClass(INT32 deviceClass, platform::DevicesOperation** operation)
     {
-        return Outside("DeviceInformation.FindAllAsyncDeviceClass", Text(deviceClass), operation);
+        return BeginSearch("DeviceInformation.FindAllAsyncDeviceClass", Text(deviceClass), {}, {}, std::nullopt,
+                           operation);
     }
 
-    HRESULT DeviceInformationFactory::FindAllAsyncAqsFilter(HSTRING filter, void** operation)
+    HRESULT DeviceInformationFactory::FindAllAsyncAqsFilter(HSTRING filter, platform::DevicesOperation** operation)
     {
-        return Outside("DeviceInformation.FindAllAsyncAqsFilter", Quoted(FromHstring(filter)), operation);
+        auto const text = FromHstring(filter);
+        return BeginSearch("DeviceInformation.FindAllAsyncAqsFilter", Quoted(text), text, {}, std::nullopt, operation);
     }
 
-    HRESULT DeviceInformationFactory::FindAllAsyncAqsFilterAndAdditionalProperties(HSTRING filter, Names* properties,
-                                                                                   void** operation)
+    HRESULT DeviceInformationFactory::FindAllAsyncAqsFilterAndAdditionalProperties(
+        HSTRING filter, Names* properties, platform::DevicesOperation** operation)
     {
-        return Outside("DeviceInformation.FindAllAsyncAqsFilterAndAdditionalProperties",
-                       Quoted(FromHstring(filter)) + ", " + ListText(properties, ReadNames(properties)), operation);
+        auto const text = FromHstring(filter);
+        auto const requested = ReadNames(properties);
+        return BeginSearch("DeviceInformation.FindAllAsyncAqsFilterAndAdditionalProperties",
+                           Quoted(text) + ", " + ListText(properties, requested), text, requested, std::nullopt,
+                           operation);
     }
 
     HRESULT DeviceInformationFactory::CreateWatcher(platform::IDeviceWatcher** watcher)
     {
-        return MakeWatcher("DeviceInformation.CreateWatcher", {}, {}, {}, DeviceInformationKind::DeviceInterface,
-                           watcher);
+        return MakeWatcher("DeviceInformation.CreateWatcher", {}, {}, {}, std::nullopt, watcher);
     }
 
     HRESULT DeviceInformationFactory::CreateWatcherDeviceClass(INT32 deviceClass, platform::IDeviceWatcher** watcher)
     {
-        return MakeWatcher("DeviceInformation.CreateWatcherDeviceClass", Text(deviceClass), {}, {},
-                           DeviceInformationKind::DeviceInterface, watcher);
+        return MakeWatcher("DeviceInformation.CreateWatcherDeviceClass", Text(deviceClass), {}, {}, std::nullopt,
+                           watcher);
     }
 
     HRESULT DeviceInformationFactory::CreateWatcherAqsFilter(HSTRING filter, platform::IDeviceWatcher** watcher)
     {
         auto const text = FromHstring(filter);
-        return MakeWatcher("DeviceInformation.CreateWatcherAqsFilter", Quoted(text), text, {},
-                           DeviceInformationKind::DeviceInterface, watcher);
+        return MakeWatcher("DeviceInformation.CreateWatcherAqsFilter", Quoted(text), text, {}, std::nullopt, watcher);
     }
 
     HRESULT DeviceInformationFactory::CreateWatcherAqsFilterAndAdditionalProperties(HSTRING filter, Names* properties,
@@ -123,8 +160,8 @@ namespace simulator
         auto const text = FromHstring(filter);
         auto const requested = ReadNames(properties);
         return MakeWatcher("DeviceInformation.CreateWatcherAqsFilterAndAdditionalProperties",
-                           Quoted(text) + ", " + ListText(properties, requested), text, requested,
-                           DeviceInformationKind::DeviceInterface, watcher);
+                           Quoted(text) + ", " + ListText(properties, requested), text, requested, std::nullopt,
+                           watcher);
     }
 
     HRESULT DeviceInformationFactory::GetAqsFilterFromDeviceClass(INT32 deviceClass, HSTRING* filter)
@@ -132,22 +169,22 @@ namespace simulator
         return Outside("DeviceInformation.GetAqsFilterFromDeviceClass", Text(deviceClass), filter);
     }
 
-    HRESULT DeviceInformationFactory::CreateFromIdAsyncWithKindAndAdditionalProperties(HSTRING id, Names* properties,
-                                                                                       Kind kind, void** operation)
+    HRESULT DeviceInformationFactory::CreateFromIdAsyncWithKindAndAdditionalProperties(
+        HSTRING id, Names* properties, Kind kind, platform::DeviceOperation** operation)
     {
         return Outside("DeviceInformation.CreateFromIdAsyncWithKindAndAdditionalProperties",
                        Quoted(FromHstring(id)) + ", " + ListText(properties, ReadNames(properties)) + ", " + Text(kind),
                        operation);
     }
 
-    HRESULT DeviceInformationFactory::FindAllAsyncWithKindAqsFilterAndAdditionalProperties(HSTRING filter,
-                                                                                           Names* properties, Kind kind,
-                                                                                           void** operation)
+    HRESULT DeviceInformationFactory::FindAllAsyncWithKindAqsFilterAndAdditionalProperties(
+        HSTRING filter, Names* properties, Kind kind, platform::DevicesOperation** operation)
     {
-        return Outside("DeviceInformation.FindAllAsyncWithKindAqsFilterAndAdditionalProperties",
-                       Quoted(FromHstring(filter)) + ", " + ListText(properties, ReadNames(properties)) + ", " +
-                           Text(kind),
-                       operation);
+        auto const text = FromHstring(filter);
+        auto const requested = ReadNames(properties);
+        return BeginSearch("DeviceInformation.FindAllAsyncWithKindAqsFilterAndAdditionalProperties",
+                           Quoted(text) + ", " + ListText(properties, requested) + ", " + Text(kind), text, requested,
+                           kind, operation);
     }
 
     HRESULT DeviceInformationFactory::CreateWatcherWithKindAqsFilterAndAdditionalProperties(

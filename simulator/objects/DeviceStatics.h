@@ -1,4 +1,4 @@
-// The statics of DeviceInformation: watchers, and what the simulator leaves out.
+// The statics of DeviceInformation: watchers, searches, and what the simulator leaves out.
 #pragma once
 
 #include "platform/abi/Enumeration.h"
@@ -14,14 +14,16 @@ namespace simulator
 
     public:
         HRESULT STDMETHODCALLTYPE ActivateInstance(::IInspectable** instance) override;
-        HRESULT STDMETHODCALLTYPE CreateFromIdAsync(HSTRING id, void** operation) override;
+        HRESULT STDMETHODCALLTYPE CreateFromIdAsync(HSTRING id, platform::DeviceOperation** operation) override;
         HRESULT STDMETHODCALLTYPE CreateFromIdAsyncAdditionalProperties(HSTRING id, Names* properties,
-                                                                        void** operation) override;
-        HRESULT STDMETHODCALLTYPE FindAllAsync(void** operation) override;
-        HRESULT STDMETHODCALLTYPE FindAllAsyncDeviceClass(INT32 deviceClass, void** operation) override;
-        HRESULT STDMETHODCALLTYPE FindAllAsyncAqsFilter(HSTRING filter, void** operation) override;
-        HRESULT STDMETHODCALLTYPE FindAllAsyncAqsFilterAndAdditionalProperties(HSTRING filter, Names* properties,
-                                                                               void** operation) override;
+                                                                        platform::DeviceOperation** operation) override;
+        HRESULT STDMETHODCALLTYPE FindAllAsync(platform::DevicesOperation** operation) override;
+        HRESULT STDMETHODCALLTYPE FindAllAsyncDeviceClass(INT32 deviceClass,
+                                                          platform::DevicesOperation** operation) override;
+        HRESULT STDMETHODCALLTYPE FindAllAsyncAqsFilter(HSTRING filter,
+                                                        platform::DevicesOperation** operation) override;
+        HRESULT STDMETHODCALLTYPE FindAllAsyncAqsFilterAndAdditionalProperties(
+            HSTRING filter, Names* properties, platform::DevicesOperation** operation) override;
         HRESULT STDMETHODCALLTYPE CreateWatcher(platform::IDeviceWatcher** watcher) override;
         HRESULT STDMETHODCALLTYPE CreateWatcherDeviceClass(INT32 deviceClass,
                                                            platform::IDeviceWatcher** watcher) override;
@@ -30,12 +32,10 @@ namespace simulator
             HSTRING filter, Names* properties, platform::IDeviceWatcher** watcher) override;
 
         HRESULT STDMETHODCALLTYPE GetAqsFilterFromDeviceClass(INT32 deviceClass, HSTRING* filter) override;
-        HRESULT STDMETHODCALLTYPE CreateFromIdAsyncWithKindAndAdditionalProperties(HSTRING id, Names* properties,
-                                                                                   Kind kind,
-                                                                                   void** operation) override;
-        HRESULT STDMETHODCALLTYPE FindAllAsyncWithKindAqsFilterAndAdditionalProperties(HSTRING filter,
-                                                                                       Names* properties, Kind kind,
-                                                                                       void** operation) override;
+        HRESULT STDMETHODCALLTYPE CreateFromIdAsyncWithKindAndAdditionalProperties(
+            HSTRING id, Names* properties, Kind kind, platform::DeviceOperation** operation) override;
+        HRESULT STDMETHODCALLTYPE FindAllAsyncWithKindAqsFilterAndAdditionalProperties(
+            HSTRING filter, Names* properties, Kind kind, platform::DevicesOperation** operation) override;
         HRESULT STDMETHODCALLTYPE CreateWatcherWithKindAqsFilterAndAdditionalProperties(
             HSTRING filter, Names* properties, Kind kind, platform::IDeviceWatcher** watcher) override;
 

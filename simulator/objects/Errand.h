@@ -6,12 +6,12 @@
 
 namespace simulator
 {
-    // `settle` is given the operation once `durationMs` have passed, on a thread of the simulator, and completes it or
-    // has it fail.
+    // `settle` is given the operation once `durationMs` have passed or the errand is finished, on a thread of the
+    // simulator, and completes it or has it fail. It is let go of when the errand is over, however that came.
     template <typename Result, typename Settle>
-    Ref<AsyncOperation<Result>> RunErrand(std::string subject, Settle settle, std::int32_t durationMs = 0)
+    Ref<AsyncOperation<Result>> RunErrand(std::shared_ptr<Operation> const& errand, std::string subject, Settle settle,
+                                          std::int32_t durationMs)
     {
-        auto const errand = MakeErrand();
         auto async = Make<AsyncOperation<Result>>(std::move(subject), [errand] { Cancel(*errand); });
         StartErrand(errand, durationMs,
                     {[async] { async->MarkCancelled(); },
@@ -20,6 +20,10 @@ namespace simulator
                          {
                              async->MarkCancelled();
                          }
+                         else if (FAILED(outcome.failure))
+                         {
+                             async->Fail(outcome.failure);
+                         }
                          else
                          {
                              settle(*async.Get());
@@ -27,5 +31,11 @@ namespace simulator
                          async->FireCompleted();
                      }});
         return async;
+    }
+
+    template <typename Result, typename Settle>
+    Ref<AsyncOperation<Result>> RunErrand(std::string subject, Settle settle, std::int32_t durationMs = 0)
+    {
+        return RunErrand<Result>(MakeErrand(), std::move(subject), std::move(settle), durationMs);
     }
 } // namespace simulator

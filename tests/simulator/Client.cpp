@@ -201,6 +201,50 @@ appears-ms = "never"
         return status;
     }
 
+    HRESULT TryFindAll(std::string const& filter, std::vector<std::string> properties, Com<DevicesOperation>& operation,
+                       DeviceInformationKind kind)
+    {
+        Names names(std::move(properties));
+        return Statics2()->FindAllAsyncWithKindAqsFilterAndAdditionalProperties(String(filter).Get(), &names, kind,
+                                                                                operation.Put());
+    }
+
+    Com<DevicesOperation> FindAll(std::string const& filter, std::vector<std::string> properties,
+                                  DeviceInformationKind kind)
+    {
+        Com<DevicesOperation> operation;
+        EXPECT_HRESULT_SUCCEEDED(TryFindAll(filter, std::move(properties), operation, kind));
+        return operation;
+    }
+
+    Com<DeviceCollection> DevicesOf(Com<DevicesOperation> const& operation)
+    {
+        EXPECT_TRUE(WaitIdle());
+        Com<DeviceCollection> devices;
+        EXPECT_HRESULT_SUCCEEDED(operation->GetResults(devices.Put()));
+        return devices;
+    }
+
+    Com<IDeviceInformation> DeviceAt(Com<DeviceCollection> const& devices, UINT32 index)
+    {
+        Com<IDeviceInformation> device;
+        EXPECT_HRESULT_SUCCEEDED(devices->GetAt(index, device.Put()));
+        return device;
+    }
+
+    std::vector<std::string> IdsOf(Com<DevicesOperation> const& operation)
+    {
+        auto const devices = DevicesOf(operation);
+        UINT32 size = 0;
+        EXPECT_HRESULT_SUCCEEDED(devices->get_Size(&size));
+        std::vector<std::string> ids;
+        for (UINT32 index = 0; index < size; ++index)
+        {
+            ids.push_back(IdOf(DeviceAt(devices, index).Get()));
+        }
+        return ids;
+    }
+
     Com<IDeviceInformation> FindDevice(std::string const& id, std::vector<std::string> properties)
     {
         auto const watcher = MakeWatcher({}, std::move(properties));

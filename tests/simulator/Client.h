@@ -82,6 +82,15 @@ namespace test
     // three.
     void HearAll(Com<IDeviceWatcher> const& watcher);
     DeviceWatcherStatus StatusOf(Com<IDeviceWatcher> const& watcher);
+    HRESULT TryFindAll(std::string const& filter, std::vector<std::string> properties, Com<DevicesOperation>& operation,
+                       DeviceInformationKind kind = DeviceInformationKind::AssociationEndpoint);
+    Com<DevicesOperation> FindAll(std::string const& filter = {}, std::vector<std::string> properties = {},
+                                  DeviceInformationKind kind = DeviceInformationKind::AssociationEndpoint);
+
+    // Once the operation has completed.
+    Com<DeviceCollection> DevicesOf(Com<DevicesOperation> const& operation);
+    Com<IDeviceInformation> DeviceAt(Com<DeviceCollection> const& devices, UINT32 index);
+    std::vector<std::string> IdsOf(Com<DevicesOperation> const& operation);
 
     // The device with an identifier, as a fresh watcher reports it.
     Com<IDeviceInformation> FindDevice(std::string const& id, std::vector<std::string> properties = {});

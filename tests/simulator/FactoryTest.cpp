@@ -104,19 +104,11 @@ TEST_F(Factory, SaysWhatIsLeftOut)
 {
     auto const statics = Statics();
     auto const statics2 = Statics2();
-    void* operation = &operation;
-    EXPECT_EQ(statics->FindAllAsync(&operation), E_NOTIMPL);
-    EXPECT_EQ(operation, nullptr);
-    EXPECT_EQ(statics->FindAllAsyncDeviceClass(0, &operation), E_NOTIMPL);
-    EXPECT_EQ(statics->FindAllAsyncAqsFilter(nullptr, &operation), E_NOTIMPL);
-    EXPECT_EQ(statics->FindAllAsyncAqsFilterAndAdditionalProperties(nullptr, nullptr, &operation), E_NOTIMPL);
-    EXPECT_EQ(statics->CreateFromIdAsync(nullptr, &operation), E_NOTIMPL);
-    EXPECT_EQ(statics->CreateFromIdAsyncAdditionalProperties(nullptr, nullptr, &operation), E_NOTIMPL);
+    Com<DeviceOperation> operation;
+    EXPECT_EQ(statics->CreateFromIdAsync(nullptr, operation.Put()), E_NOTIMPL);
+    EXPECT_EQ(statics->CreateFromIdAsyncAdditionalProperties(nullptr, nullptr, operation.Put()), E_NOTIMPL);
     EXPECT_EQ(statics2->CreateFromIdAsyncWithKindAndAdditionalProperties(
-                  nullptr, nullptr, DeviceInformationKind::AssociationEndpoint, &operation),
-              E_NOTIMPL);
-    EXPECT_EQ(statics2->FindAllAsyncWithKindAqsFilterAndAdditionalProperties(
-                  nullptr, nullptr, DeviceInformationKind::AssociationEndpoint, &operation),
+                  nullptr, nullptr, DeviceInformationKind::AssociationEndpoint, operation.Put()),
               E_NOTIMPL);
     String filter;
     EXPECT_EQ(statics2->GetAqsFilterFromDeviceClass(0, filter.Put()), E_NOTIMPL);

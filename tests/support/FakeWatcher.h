@@ -167,14 +167,13 @@ namespace test
         HRESULT STDMETHODCALLTYPE CreateFromIdAsyncWithKindAndAdditionalProperties(HSTRING,
                                                                                    platform::IIterable<HSTRING>*,
                                                                                    platform::DeviceInformationKind,
-                                                                                   void**) override
+                                                                                   platform::DeviceOperation**) override
         {
             return E_NOTIMPL;
         }
-        HRESULT STDMETHODCALLTYPE FindAllAsyncWithKindAqsFilterAndAdditionalProperties(HSTRING,
-                                                                                       platform::IIterable<HSTRING>*,
-                                                                                       platform::DeviceInformationKind,
-                                                                                       void**) override
+        HRESULT STDMETHODCALLTYPE FindAllAsyncWithKindAqsFilterAndAdditionalProperties(
+            HSTRING, platform::IIterable<HSTRING>*, platform::DeviceInformationKind,
+            platform::DevicesOperation**) override
         {
             return E_NOTIMPL;
         }
