@@ -1,5 +1,6 @@
 #include "simulator/neighbourhood/WatcherRun.h"
 
+#include "simulator/neighbourhood/Facet.h"
 #include "simulator/neighbourhood/RadioSwitch.h"
 
 #include <algorithm>
@@ -20,10 +21,9 @@ namespace simulator
             run.schedule.push_back({Clock::now() + at, std::move(task)});
         }
 
-        void PlanEndpoint(WatcherRun& run, Neighbour const& neighbour)
+        void PlanComingAndGoing(WatcherRun& run, Neighbour const& neighbour)
         {
             auto const& [endpoint, inRange, sensed] = neighbour;
-            run.seen.insert({endpoint.id, {.properties = endpoint.properties, .unfiltered = endpoint.unfiltered}});
             if (inRange.value_or(endpoint.appearsAtMs != never))
             {
                 Plan(run, std::chrono::milliseconds(inRange ? 0 : endpoint.appearsAtMs),
@@ -37,6 +37,39 @@ namespace simulator
             {
                 Plan(run, std::chrono::milliseconds(endpoint.repeatsAtMs), Happening{.id = endpoint.id, .again = true});
             }
+        }
+
+        // While the radio is off the platform still knows the devices that are paired.
+        void PlanEndpoint(WatcherRun& run, Neighbour const& neighbour, bool isOnAir)
+        {
+            auto const& endpoint = neighbour.endpoint;
+            auto facet = FacetOf(endpoint, run.watching->kind);
+            bool const paired = IsTrue(endpoint.properties, isPairedProperty);
+            if (!facet || (!isOnAir && !paired))
+            {
+                return;
+            }
+            auto& seen = run.seen
+                             .insert({endpoint.id,
+                                      {.id = std::move(facet->id),
+                                       .properties = std::move(facet->properties),
+                                       .paired = paired,
+                                       .unfiltered = endpoint.unfiltered}})
+                             .first->second;
+            if (NeedsPairing(run.watching->kind))
+            {
+                Plan(run, std::chrono::milliseconds(0), Happening{.id = endpoint.id});
+            }
+            else if (isOnAir)
+            {
+                PlanComingAndGoing(run, neighbour);
+            }
+            else
+            {
+                seen.properties["System.Devices.Aep.IsPresent"] = false;
+                Plan(run, std::chrono::milliseconds(0), Happening{endpoint.id, true, {}});
+                return;
+            }
             for (auto const& change : endpoint.changes)
             {
                 Plan(run, std::chrono::milliseconds(change.atMs),
@@ -44,22 +77,24 @@ namespace simulator
             }
         }
 
-        // While the radio is off the platform still knows the devices that are paired.
-        void PlanFromMemory(WatcherRun& run, Endpoint const& endpoint)
+        // What the PC makes of an endpoint has its name, and properties of its own beside.
+        bool Follows(WatcherRun const& run, std::string_view property)
         {
-            if (!IsTrue(endpoint.properties, isPairedProperty))
-            {
-                return;
-            }
-            auto remembered = endpoint.properties;
-            remembered["System.Devices.Aep.IsPresent"] = false;
-            run.seen.insert({endpoint.id, {.properties = std::move(remembered), .unfiltered = endpoint.unfiltered}});
-            run.tasks.emplace_back(Happening{endpoint.id, true, {}});
+            return run.watching->kind == platform::DeviceInformationKind::AssociationEndpoint ||
+                   SamePropertyName(property, "System.ItemNameDisplay");
         }
 
         // Notes the property's new value among those changed, if the watcher's devices show it.
         void Set(WatcherRun const& run, Seen& seen, std::string const& name, Value const& value, Properties& changed)
         {
+            if (SamePropertyName(name, isPairedProperty))
+            {
+                seen.paired = value == Value(true);
+            }
+            if (!Follows(run, name))
+            {
+                return;
+            }
             auto& known = seen.properties[name];
             if (known == value)
             {
@@ -94,14 +129,17 @@ namespace simulator
         run->watching = std::move(watching);
         run->generation = neighbourhood.generation;
         run->reportsLateComers = neighbourhood.scenario.appearAfterCompletion;
-        run->threads = neighbourhood.scenario.eventThreads;
+        // Threads share the work by endpoints, of which other devices may have several.
+        run->threads = run->watching->kind == platform::DeviceInformationKind::AssociationEndpoint
+                           ? neighbourhood.scenario.eventThreads
+                           : 1;
         run->busyThreads = run->threads;
-        if (run->watching->findsEndpoints && neighbourhood.scenario.adapter.present)
+        if (neighbourhood.scenario.adapter.present)
         {
             bool const isOnAir = IsOnAir(neighbourhood);
             for (auto const& neighbour : neighbourhood.neighbours)
             {
-                isOnAir ? PlanEndpoint(*run, neighbour) : PlanFromMemory(*run, neighbour.endpoint);
+                PlanEndpoint(*run, neighbour, isOnAir);
             }
         }
         if (auto const at = neighbourhood.scenario.enumerationCompletesAtMs; at != never)
@@ -152,11 +190,11 @@ namespace simulator
         {
             return {};
         }
-        auto& [id, seen] = *found;
+        auto& seen = found->second;
         if (happening.inRange)
         {
             Move(run, seen, *happening.inRange);
-            FindNeighbour(TheNeighbourhood(), id)->sensed = happening.inRange;
+            FindNeighbour(TheNeighbourhood(), happening.id)->sensed = happening.inRange;
         }
         auto const& choices = TheNeighbourhood().scenario.choices;
         bool const completed = run.watching->status == DeviceWatcherStatus::EnumerationCompleted;
@@ -170,24 +208,27 @@ namespace simulator
         {
             Set(run, seen, name, value, changed);
         }
-        bool const before = seen.reported;
-        seen.reported =
-            seen.inRange && !seen.tooLate && (seen.unfiltered || run.watching->filter.Matches(seen.properties));
+        auto& parts = run.reported[seen.id];
+        bool const before = parts > 0;
+        parts -= seen.reported ? 1 : 0;
+        bool const there = NeedsPairing(run.watching->kind) ? seen.paired : seen.inRange && !seen.tooLate;
+        seen.reported = there && (seen.unfiltered || run.watching->filter.Matches(seen.properties));
+        parts += seen.reported ? 1 : 0;
         if (completed && choices.silentAfterEnumeration)
         {
             return {};
         }
         if (seen.reported && (!before || happening.again))
         {
-            return {Report::Event::Added, id, seen.properties, late};
+            return {Report::Event::Added, seen.id, seen.properties, late};
         }
-        if (before && !seen.reported)
+        if (before && parts == 0)
         {
-            return {Report::Event::Removed, id, {}, late};
+            return {Report::Event::Removed, seen.id, {}, late};
         }
-        if (before && !changed.empty())
+        if (seen.reported && before && !changed.empty())
         {
-            return {Report::Event::Updated, id, std::move(changed), late};
+            return {Report::Event::Updated, seen.id, std::move(changed), late};
         }
         return {};
     }

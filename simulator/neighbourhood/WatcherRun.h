@@ -12,7 +12,9 @@ namespace simulator
     // An endpoint as the watcher sees it.
     struct Seen
     {
+        std::string id; // of the device that it is for a watcher of this kind
         Properties properties;
+        bool paired = false;
         bool inRange = false;
         bool tooLate = false; // it came after the enumeration, in a scenario where that is not reported
         bool reported = false;
@@ -34,12 +36,13 @@ namespace simulator
         std::shared_ptr<Watching> watching;
         std::uint64_t generation = 0;
         bool reportsLateComers = true;
-        std::unordered_map<std::string, Seen> seen; // by identifier
-        std::deque<Task> tasks;                     // due, in order
-        std::deque<TimedTask> schedule;             // by time
-        std::int32_t threads = 1;                   // that take its tasks, until the run is over
-        std::int32_t busyThreads = 1;               // of these; one that has not begun yet is
-        std::vector<std::string> raising;           // endpoints whose events are on their way
+        std::unordered_map<std::string, Seen> seen;             // by the endpoint's identifier
+        std::unordered_map<std::string, std::int32_t> reported; // how many endpoints a reported device consists of
+        std::deque<Task> tasks;                                 // due, in order
+        std::deque<TimedTask> schedule;                         // by time
+        std::int32_t threads = 1;                               // that take its tasks, until the run is over
+        std::int32_t busyThreads = 1;                           // of these; one that has not begun yet is
+        std::vector<std::string> raising;                       // endpoints whose events are on their way
         bool stop = false;
         bool abort = false;
         bool cutOff = false;   // by a reset

@@ -21,7 +21,7 @@ namespace simulator
             Stopped,
         };
         Event event = Event::None;
-        std::string id{};        // the endpoint's
+        std::string id{};        // the device's: the endpoint's, where it is one
         Properties properties{}; // Added: all of them. Updated: those that changed, of those that the watcher shows
         bool late = false;       // after the enumeration: for those who hear of Added, Updated and Removed
     };
@@ -33,7 +33,7 @@ namespace simulator
     {
         Query filter;
         std::vector<std::string> shown; // the properties that its devices have
-        bool findsEndpoints;            // as Bluetooth devices are; a watcher of anything else finds nothing
+        platform::DeviceInformationKind kind;
         Listener listener;
 
         // Guarded by the neighbourhood's mutex.

@@ -99,8 +99,8 @@ namespace simulator
                 Note(*finds, shown, report);
             }
         };
-        auto const entered = std::make_shared<Entered>(std::shared_ptr<Watching>(
-            new Watching{std::move(filter), shown, kind == DeviceInformationKind::AssociationEndpoint, listener}));
+        auto const entered = std::make_shared<Entered>(
+            std::shared_ptr<Watching>(new Watching{std::move(filter), shown, kind, listener}));
         auto name = "#" + std::to_string(entered->watching->number);
         // The errand comes first: a reset cancels it, or is noticed by the start.
         auto operation = RunErrand<platform::DeviceCollection*>(

@@ -1,6 +1,7 @@
 #include "simulator/objects/DeviceStatics.h"
 
 #include "simulator/neighbourhood/Neighbourhood.h"
+#include "simulator/objects/DeviceLookup.h"
 #include "simulator/objects/DeviceSearch.h"
 #include "simulator/objects/DeviceWatcher.h"
 #include "simulator/properties/RequestedNames.h"
@@ -29,8 +30,7 @@ namespace simulator
 
         // `make` gives the object and its name in the trace.
         template <typename Interface, typename MakeObject>
-        HRESULT Give(Method method, std::string const& arguments, RequestedNames const& requested, Interface** object,
-                     MakeObject make)
+        HRESULT Give(Method method, std::string const& arguments, HRESULT refusal, Interface** object, MakeObject make)
         {
             return Call(method, arguments, [&](std::string& result) {
                 if (!object)
@@ -42,9 +42,9 @@ namespace simulator
                 {
                     return E_INVALIDARG;
                 }
-                if (FAILED(requested.code))
+                if (FAILED(refusal))
                 {
-                    return requested.code;
+                    return refusal;
                 }
                 try
                 {
@@ -70,11 +70,19 @@ namespace simulator
                             RequestedNames const& requested, std::optional<DeviceInformationKind> kind,
                             platform::IDeviceWatcher** watcher)
         {
-            return Give(method, arguments, requested, watcher, [&] {
+            return Give(method, arguments, requested.code, watcher, [&] {
                 auto const query = Query::Parse(filter);
                 auto made = Make<DeviceWatcher>(query, requested.names, kind.value_or(KindFor(query)));
                 return std::pair(made->Name(), std::move(made));
             });
+        }
+
+        HRESULT BeginLookup(Method method, std::string const& arguments, std::string const& id,
+                            RequestedNames const& requested, DeviceInformationKind kind,
+                            platform::DeviceOperation** operation)
+        {
+            return Give(method, arguments, id.empty() ? E_INVALIDARG : requested.code, operation,
+                        [&] { return std::pair(std::string(), LookUp(id, requested.names, kind)); });
         }
 
         // A search starts at once, so that a blank filter fails at once.
@@ -82,7 +90,7 @@ namespace simulator
                             RequestedNames const& requested, std::optional<DeviceInformationKind> kind,
                             platform::DevicesOperation** operation)
         {
-            return Give(method, arguments, requested, operation, [&] {
+            return Give(method, arguments, requested.code, operation, [&] {
                 auto const query = Query::Parse(filter);
                 if (query.IsBlank())
                 {
@@ -100,14 +108,18 @@ namespace simulator
 
     HRESULT DeviceInformationFactory::CreateFromIdAsync(HSTRING id, platform::DeviceOperation** operation)
     {
-        return Outside("DeviceInformation.CreateFromIdAsync", Quoted(FromHstring(id)), operation);
+        auto const text = FromHstring(id);
+        return BeginLookup("DeviceInformation.CreateFromIdAsync", Quoted(text), text, {}, Kind::Unknown, operation);
     }
 
     HRESULT DeviceInformationFactory::CreateFromIdAsyncAdditionalProperties(HSTRING id, Names* properties,
                                                                             platform::DeviceOperation** operation)
     {
-        return Outside("DeviceInformation.CreateFromIdAsyncAdditionalProperties",
-                       Quoted(FromHstring(id)) + ", " + ListText(properties, ReadNames(properties)), operation);
+        auto const text = FromHstring(id);
+        auto const requested = ReadNames(properties);
+        return BeginLookup("DeviceInformation.CreateFromIdAsyncAdditionalProperties",
+                           Quoted(text) + ", " + ListText(properties, requested), text, requested, Kind::Unknown,
+                           operation);
     }
 
     HRESULT DeviceInformationFactory::FindAllAsync(platform::DevicesOperation** operation)
@@ -172,9 +184,11 @@ namespace simulator
     HRESULT DeviceInformationFactory::CreateFromIdAsyncWithKindAndAdditionalProperties(
         HSTRING id, Names* properties, Kind kind, platform::DeviceOperation** operation)
     {
-        return Outside("DeviceInformation.CreateFromIdAsyncWithKindAndAdditionalProperties",
-                       Quoted(FromHstring(id)) + ", " + ListText(properties, ReadNames(properties)) + ", " + Text(kind),
-                       operation);
+        auto const text = FromHstring(id);
+        auto const requested = ReadNames(properties);
+        return BeginLookup("DeviceInformation.CreateFromIdAsyncWithKindAndAdditionalProperties",
+                           Quoted(text) + ", " + ListText(properties, requested) + ", " + Text(kind), text, requested,
+                           kind, operation);
     }
 
     HRESULT DeviceInformationFactory::FindAllAsyncWithKindAqsFilterAndAdditionalProperties(

@@ -26,11 +26,9 @@ namespace simulator
         }
     } // namespace
 
-    // Bluetooth devices are association endpoints.
     DeviceWatcher::DeviceWatcher(Query filter, std::vector<std::string> const& requested, DeviceInformationKind kind)
         : m_events(new WatcherEvents{ObjectLifetime(), kind, ShownProperties(requested)})
-        , m_watching(new Watching{std::move(filter), m_events->shown,
-                                  kind == DeviceInformationKind::AssociationEndpoint,
+        , m_watching(new Watching{std::move(filter), m_events->shown, kind,
                                   [events = m_events](std::uint64_t generation, Report const& report) {
                                       Raise(*events, generation, report);
                                   }})

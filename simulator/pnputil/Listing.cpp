@@ -1,6 +1,7 @@
 #include "simulator/pnputil/Listing.h"
 
 #include "simulator/pnputil/ListingLabels.h"
+#include "simulator/scenario/DeviceNode.h"
 
 #include <algorithm>
 #include <array>
@@ -45,30 +46,6 @@ namespace simulator
             return node;
         }
 
-        std::string Digits(std::string const& address, int (*letterCase)(int))
-        {
-            std::string digits;
-            for (char const each : address)
-            {
-                if (each != ':')
-                {
-                    digits += static_cast<char>(letterCase(each));
-                }
-            }
-            return digits;
-        }
-
-        std::string InstanceOf(Endpoint const& endpoint)
-        {
-            auto const own = endpoint.properties.find("System.Devices.DeviceInstanceId");
-            if (own != endpoint.properties.end() && std::holds_alternative<std::string>(own->second))
-            {
-                return std::get<std::string>(own->second);
-            }
-            return R"(BTHLE\Dev_)" + Digits(endpoint.address, std::tolower) + R"(\8&1a2b3c4d&0&)" +
-                   Digits(endpoint.address, std::toupper);
-        }
-
         bool IsListed(Endpoint const& endpoint)
         {
             return endpoint.protocol == Protocol::Le &&
@@ -83,10 +60,10 @@ namespace simulator
             {
                 if (IsListed(endpoint))
                 {
-                    nodes.push_back({InstanceOf(endpoint), endpoint.description, "Bluetooth", bluetoothGuid,
+                    nodes.push_back({InstanceIdOf(endpoint), endpoint.description, "Bluetooth", bluetoothGuid,
                                      "Microsoft", "bthleenum.inf"});
                     nodes.push_back({R"(BTHLEDEVICE\{0000180f-0000-1000-8000-00805f9b34fb}_Dev_)" +
-                                         Digits(endpoint.address, std::tolower) + R"(\8&26e4c222&0&0014)",
+                                         AddressDigits(endpoint.address, std::tolower) + R"(\8&26e4c222&0&0014)",
                                      "Bluetooth LE battery service", "Bluetooth", bluetoothGuid, "Microsoft", nullptr});
                 }
             }

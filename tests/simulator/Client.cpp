@@ -217,6 +217,25 @@ appears-ms = "never"
         return operation;
     }
 
+    HRESULT TryLookUp(std::string const& id, std::vector<std::string> properties, Com<DeviceOperation>& operation,
+                      DeviceInformationKind kind)
+    {
+        Names names(std::move(properties));
+        return Statics2()->CreateFromIdAsyncWithKindAndAdditionalProperties(String(id).Get(), &names, kind,
+                                                                            operation.Put());
+    }
+
+    Com<IDeviceInformation> LookUp(std::string const& id, DeviceInformationKind kind)
+    {
+        Com<DeviceOperation> operation;
+        EXPECT_HRESULT_SUCCEEDED(TryLookUp(id, {}, operation, kind));
+        EXPECT_TRUE(WaitIdle());
+        Com<IDeviceInformation> device;
+        HRESULT const code = operation->GetResults(device.Put());
+        EXPECT_EQ(code, device ? S_OK : Code(0x80070002));
+        return device;
+    }
+
     Com<DeviceCollection> DevicesOf(Com<DevicesOperation> const& operation)
     {
         EXPECT_TRUE(WaitIdle());

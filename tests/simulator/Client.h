@@ -87,6 +87,13 @@ namespace test
     Com<DevicesOperation> FindAll(std::string const& filter = {}, std::vector<std::string> properties = {},
                                   DeviceInformationKind kind = DeviceInformationKind::AssociationEndpoint);
 
+    HRESULT TryLookUp(std::string const& id, std::vector<std::string> properties, Com<DeviceOperation>& operation,
+                      DeviceInformationKind kind = DeviceInformationKind::AssociationEndpoint);
+
+    // Null for what is not there.
+    Com<IDeviceInformation> LookUp(std::string const& id,
+                                   DeviceInformationKind kind = DeviceInformationKind::AssociationEndpoint);
+
     // Once the operation has completed.
     Com<DeviceCollection> DevicesOf(Com<DevicesOperation> const& operation);
     Com<IDeviceInformation> DeviceAt(Com<DeviceCollection> const& devices, UINT32 index);

@@ -23,20 +23,6 @@ TEST_F(WatcherEvents, BeginWithEveryDeviceThenCompletion)
     EXPECT_THAT(HeardBy(MakeWatcher()), ElementsAre(addedSpeaker, addedMouse, completed));
 }
 
-TEST_F(WatcherEvents, KnowAssociationEndpointsOnly)
-{
-    for (auto const kind : {DeviceInformationKind::DeviceInterface, DeviceInformationKind::Device,
-                            DeviceInformationKind::AssociationEndpointContainer})
-    {
-        Com<IDeviceWatcher> watcher;
-        ASSERT_EQ(TryMakeWatcher({}, {}, watcher, kind), S_OK);
-        EXPECT_THAT(HeardBy(watcher), ElementsAre(completed));
-    }
-    Com<IDeviceWatcher> watcher; // without a kind it looks for interfaces
-    ASSERT_EQ(Statics()->CreateWatcherAqsFilter(nullptr, watcher.Put()), S_OK);
-    EXPECT_THAT(HeardBy(watcher), ElementsAre(completed));
-}
-
 TEST_F(WatcherEvents, NeverComeOnTheCallersThread)
 {
     auto const watcher = MakeWatcher();

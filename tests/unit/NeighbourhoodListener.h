@@ -49,9 +49,9 @@ namespace test
     {
     public:
         explicit Watcher(std::string const& filter = "", std::vector<std::string> shown = {},
-                         bool findsEndpoints = true)
+                         platform::DeviceInformationKind kind = platform::DeviceInformationKind::AssociationEndpoint)
             : watching(
-                  new simulator::Watching{simulator::Query::Parse(filter), std::move(shown), findsEndpoints,
+                  new simulator::Watching{simulator::Query::Parse(filter), std::move(shown), kind,
                                           [this](std::uint64_t, simulator::Report const& report) { Hear(report); }})
         {
             simulator::Enter(*watching);

@@ -61,12 +61,33 @@ TEST(NeighbourhoodWatch, PassesOverWhatDoesNotMatch)
     EXPECT_THAT(watcher.ToldUpTo("completed"), ElementsAre("completed"));
 }
 
-TEST(NeighbourhoodWatch, ForSomethingElseThanEndpointsFindsNothing)
+TEST(NeighbourhoodWatch, ForWhatNoBluetoothDeviceIsFindsNothing)
 {
     Live();
-    Watcher watcher("", {}, false);
+    Watcher watcher("", {}, platform::DeviceInformationKind::DevicePanel);
     ASSERT_EQ(watcher.Start(), WatchAnswer::Done);
     EXPECT_THAT(watcher.ToldUpTo("completed"), ElementsAre("completed"));
+}
+
+TEST(NeighbourhoodWatch, ForContainersFindsOneOfBothProtocols)
+{
+    Live("protocols = ['classic', 'le']\nleaves-ms = 2");
+    Watcher watcher("", {}, platform::DeviceInformationKind::AssociationEndpointContainer);
+    ASSERT_EQ(watcher.Start(), WatchAnswer::Done);
+    constexpr char container[] = "{3c6f9a52-71d4-5e8b-a0c7-000000000001}";
+    EXPECT_THAT(watcher.ToldUpTo(Removed(container)), ElementsAre(Added(container), "completed", Removed(container)));
+}
+
+TEST(NeighbourhoodWatch, ForDevicesFollowsTheirPairing)
+{
+    Live("appears-ms = 'never'");
+    Watcher watcher("", {}, platform::DeviceInformationKind::Device);
+    ASSERT_EQ(watcher.Start(), WatchAnswer::Done);
+    constexpr char device[] = R"(BTHENUM\Dev_000000000001\7&2768a9f8&0&BluetoothDevice_000000000001)";
+    Happens({speaker, std::nullopt, {{"System.Devices.Aep.IsPaired", true}}});
+    Happens({speaker, std::nullopt, {{"System.Devices.Aep.IsConnected", true}}});
+    Happens({speaker, std::nullopt, {{"System.Devices.Aep.IsPaired", false}}});
+    EXPECT_THAT(watcher.Told(), ElementsAre("completed", Added(device), Removed(device)));
 }
 
 TEST(NeighbourhoodWatch, LosesADeviceAtItsTime)
