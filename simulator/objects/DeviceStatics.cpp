@@ -77,6 +77,37 @@ namespace simulator
             });
         }
 
+        // By the platform's numbers of its device classes. The first is all of them, which need no filter.
+        constexpr std::string_view interfaceClasses[] = {
+            "",
+            "{2EEF81BE-33FA-4800-9670-1CD474972C3F}", // audio capture
+            "{E6327CAD-DCEC-4949-AE8A-991E976A79D2}", // audio render
+            "{6AC27878-A6FA-4155-BA85-F98F491D4F33}", // portable storage
+            "{E5323777-F976-4F5B-9B55-B94699C46E44}", // video capture
+            "{6BDD1FC6-810F-11D0-BEC7-08002BE2092F}", // image scanner
+            "{BFA794E4-F964-4FDB-90F6-51056BFE4B44}", // location
+        };
+
+        std::string FilterOf(std::string_view interfaceClass)
+        {
+            return interfaceClass.empty()
+                       ? std::string()
+                       : "System.Devices.InterfaceClassGuid:=\"" + std::string(interfaceClass) +
+                             "\" AND System.Devices.InterfaceEnabled:=System.StructuredQueryType.Boolean#True";
+        }
+
+        struct ClassFilter
+        {
+            RequestedNames requested; // none, and whether there is such a class
+            std::string text;
+        };
+
+        ClassFilter FilterFor(INT32 deviceClass)
+        {
+            auto const known = deviceClass >= 0 && deviceClass < std::ssize(interfaceClasses);
+            return {{known ? S_OK : E_INVALIDARG, {}}, known ? FilterOf(interfaceClasses[deviceClass]) : std::string()};
+        }
+
         HRESULT BeginLookup(Method method, std::string const& arguments, std::string const& id,
                             RequestedNames const& requested, DeviceInformationKind kind,
                             platform::DeviceOperation** operation)
@@ -129,8 +160,9 @@ namespace simulator
 
     HRESULT DeviceInformationFactory::FindAllAsyncDeviceClass(INT32 deviceClass, platform::DevicesOperation** operation)
     {
-        return BeginSearch("DeviceInformation.FindAllAsyncDeviceClass", Text(deviceClass), {}, {}, std::nullopt,
-                           operation);
+        auto const filter = FilterFor(deviceClass);
+        return BeginSearch("DeviceInformation.FindAllAsyncDeviceClass", Text(deviceClass), filter.text,
+                           filter.requested, std::nullopt, operation);
     }
 
     HRESULT DeviceInformationFactory::FindAllAsyncAqsFilter(HSTRING filter, platform::DevicesOperation** operation)
@@ -156,8 +188,9 @@ namespace simulator
 
     HRESULT DeviceInformationFactory::CreateWatcherDeviceClass(INT32 deviceClass, platform::IDeviceWatcher** watcher)
     {
-        return MakeWatcher("DeviceInformation.CreateWatcherDeviceClass", Text(deviceClass), {}, {}, std::nullopt,
-                           watcher);
+        auto const filter = FilterFor(deviceClass);
+        return MakeWatcher("DeviceInformation.CreateWatcherDeviceClass", Text(deviceClass), filter.text,
+                           filter.requested, std::nullopt, watcher);
     }
 
     HRESULT DeviceInformationFactory::CreateWatcherAqsFilter(HSTRING filter, platform::IDeviceWatcher** watcher)
@@ -178,7 +211,20 @@ namespace simulator
 
     HRESULT DeviceInformationFactory::GetAqsFilterFromDeviceClass(INT32 deviceClass, HSTRING* filter)
     {
-        return Outside("DeviceInformation.GetAqsFilterFromDeviceClass", Text(deviceClass), filter);
+        return Call("DeviceInformation.GetAqsFilterFromDeviceClass", Text(deviceClass), [&](std::string& result) {
+            if (!filter)
+            {
+                return E_POINTER;
+            }
+            *filter = nullptr;
+            auto const found = FilterFor(deviceClass);
+            if (FAILED(found.requested.code))
+            {
+                return found.requested.code;
+            }
+            result = Quoted(found.text);
+            return MakeHstring(found.text, filter);
+        });
     }
 
     HRESULT DeviceInformationFactory::CreateFromIdAsyncWithKindAndAdditionalProperties(

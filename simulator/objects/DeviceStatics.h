@@ -1,4 +1,4 @@
-// The statics of DeviceInformation: watchers, searches, and what the simulator leaves out.
+// The statics of DeviceInformation: watchers, searches, single devices, filters.
 #pragma once
 
 #include "platform/abi/Enumeration.h"

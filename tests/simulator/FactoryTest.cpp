@@ -100,8 +100,48 @@ TEST_F(Factory, OfPairingRegistersNothing)
     EXPECT_FALSE(registered);
 }
 
-TEST_F(Factory, SaysWhatIsLeftOut)
+TEST_F(Factory, HasAFilterForEachClassOfDevices)
 {
-    String filter;
-    EXPECT_EQ(Statics2()->GetAqsFilterFromDeviceClass(0, filter.Put()), E_NOTIMPL);
+    auto const filterOf = [](INT32 deviceClass) {
+        String filter;
+        EXPECT_EQ(Statics2()->GetAqsFilterFromDeviceClass(deviceClass, filter.Put()), S_OK);
+        return filter.Utf8();
+    };
+    EXPECT_EQ(filterOf(0), "");
+    constexpr char const* classes[] = {
+        "{2EEF81BE-33FA-4800-9670-1CD474972C3F}", "{E6327CAD-DCEC-4949-AE8A-991E976A79D2}",
+        "{6AC27878-A6FA-4155-BA85-F98F491D4F33}", "{E5323777-F976-4F5B-9B55-B94699C46E44}",
+        "{6BDD1FC6-810F-11D0-BEC7-08002BE2092F}", "{BFA794E4-F964-4FDB-90F6-51056BFE4B44}",
+    };
+    for (INT32 deviceClass = 1; deviceClass <= 6; ++deviceClass)
+    {
+        EXPECT_EQ(filterOf(deviceClass),
+                  "System.Devices.InterfaceClassGuid:=\"" + std::string(classes[deviceClass - 1]) +
+                      "\" AND System.Devices.InterfaceEnabled:=System.StructuredQueryType.Boolean#True");
+    }
+    EXPECT_EQ(Statics2()->GetAqsFilterFromDeviceClass(0, nullptr), E_POINTER);
+}
+
+TEST_F(Factory, FindsNoBluetoothDevicesInOtherClasses)
+{
+    Com<DevicesOperation> operation;
+    EXPECT_EQ(Statics()->FindAllAsyncDeviceClass(1, operation.Put()), S_OK);
+    EXPECT_THAT(IdsOf(operation), SizeIs(0));
+    EXPECT_EQ(Statics()->FindAllAsyncDeviceClass(0, operation.Put()), S_OK);
+    EXPECT_THAT(IdsOf(operation), SizeIs(1)); // the paired one
+    Com<IDeviceWatcher> watcher;
+    EXPECT_EQ(Statics()->CreateWatcherDeviceClass(2, watcher.Put()), S_OK);
+}
+
+TEST_F(Factory, RefusesClassesThatDoNotExist)
+{
+    for (INT32 const deviceClass : {-1, 7})
+    {
+        Com<DevicesOperation> operation;
+        Com<IDeviceWatcher> watcher;
+        String filter;
+        EXPECT_EQ(Statics2()->GetAqsFilterFromDeviceClass(deviceClass, filter.Put()), E_INVALIDARG);
+        EXPECT_EQ(Statics()->FindAllAsyncDeviceClass(deviceClass, operation.Put()), E_INVALIDARG);
+        EXPECT_EQ(Statics()->CreateWatcherDeviceClass(deviceClass, watcher.Put()), E_INVALIDARG);
+    }
 }
