@@ -4,6 +4,7 @@
 
 #include "platform/abi/Collections.h"
 #include "platform/abi/EnumerationValues.h"
+#include "platform/abi/Streams.h"
 
 namespace platform
 {
@@ -30,6 +31,9 @@ namespace platform
     using DeviceCollection = IVectorView<IDeviceInformation*>; // the default interface of the collection's class
     using DevicesOperation = IAsyncOperation<DeviceCollection*>;
     using DevicesCompletedHandler = AsyncOperationCompletedHandler<DeviceCollection*>;
+    using DeviceThumbnail = IRandomAccessStreamWithContentType; // the default interface of that class
+    using ThumbnailOperation = IAsyncOperation<DeviceThumbnail*>;
+    using ThumbnailCompletedHandler = AsyncOperationCompletedHandler<DeviceThumbnail*>;
     using PropertyMap = IMapView<HSTRING, ::IInspectable*>;
 
     struct IDeviceInformationStatics : ::IInspectable
@@ -75,8 +79,8 @@ namespace platform
         virtual HRESULT STDMETHODCALLTYPE get_EnclosureLocation(void** value) = 0;
         virtual HRESULT STDMETHODCALLTYPE get_Properties(PropertyMap** value) = 0;
         virtual HRESULT STDMETHODCALLTYPE Update(IDeviceInformationUpdate* update) = 0;
-        virtual HRESULT STDMETHODCALLTYPE GetThumbnailAsync(void** operation) = 0;
-        virtual HRESULT STDMETHODCALLTYPE GetGlyphThumbnailAsync(void** operation) = 0;
+        virtual HRESULT STDMETHODCALLTYPE GetThumbnailAsync(ThumbnailOperation** operation) = 0;
+        virtual HRESULT STDMETHODCALLTYPE GetGlyphThumbnailAsync(ThumbnailOperation** operation) = 0;
     };
 
     struct IDeviceInformation2 : ::IInspectable
@@ -241,6 +245,12 @@ namespace platform
     template <>
     inline constexpr GUID iid_of<DevicesCompletedHandler>{
         0x4A458732, 0x527E, 0x5C73, {0x9A, 0x68, 0xA7, 0x3D, 0xA3, 0x70, 0xF7, 0x82}};
+    template <>
+    inline constexpr GUID iid_of<ThumbnailOperation>{
+        0xBAC083A3, 0x3A19, 0x5072, {0x9D, 0x90, 0x13, 0x33, 0x23, 0xA0, 0x49, 0xBA}};
+    template <>
+    inline constexpr GUID iid_of<ThumbnailCompletedHandler>{
+        0x86D455B2, 0xD795, 0x554C, {0x9C, 0x31, 0xBF, 0x65, 0x39, 0x34, 0x9C, 0x19}};
     template <>
     inline constexpr GUID iid_of<IIterable<IDeviceInformation*>>{
         0xDD9F8A5D, 0xEC98, 0x5F4B, {0xA3, 0xEA, 0x9C, 0x8B, 0x5A, 0xD5, 0x3C, 0x4B}};

@@ -98,6 +98,35 @@ namespace platform
         virtual HRESULT STDMETHODCALLTYPE GetResults(T* results) = 0;
     };
 
+    template <typename T, typename Progress>
+    struct IAsyncOperationWithProgress;
+
+    template <typename T, typename Progress>
+    struct AsyncOperationProgressHandler : ::IUnknown
+    {
+        virtual HRESULT STDMETHODCALLTYPE Invoke(IAsyncOperationWithProgress<T, Progress>* operation,
+                                                 Progress progress) = 0;
+    };
+
+    template <typename T, typename Progress>
+    struct AsyncOperationWithProgressCompletedHandler : ::IUnknown
+    {
+        virtual HRESULT STDMETHODCALLTYPE Invoke(IAsyncOperationWithProgress<T, Progress>* operation,
+                                                 AsyncStatus status) = 0;
+    };
+
+    template <typename T, typename Progress>
+    struct IAsyncOperationWithProgress : ::IInspectable
+    {
+        virtual HRESULT STDMETHODCALLTYPE put_Progress(AsyncOperationProgressHandler<T, Progress>* handler) = 0;
+        virtual HRESULT STDMETHODCALLTYPE get_Progress(AsyncOperationProgressHandler<T, Progress>** handler) = 0;
+        virtual HRESULT STDMETHODCALLTYPE
+        put_Completed(AsyncOperationWithProgressCompletedHandler<T, Progress>* handler) = 0;
+        virtual HRESULT STDMETHODCALLTYPE
+        get_Completed(AsyncOperationWithProgressCompletedHandler<T, Progress>** handler) = 0;
+        virtual HRESULT STDMETHODCALLTYPE GetResults(T* results) = 0;
+    };
+
     template <typename Sender, typename Args>
     struct TypedEventHandler : ::IUnknown
     {

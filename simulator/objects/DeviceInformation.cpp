@@ -1,6 +1,8 @@
 #include "simulator/objects/DeviceInformation.h"
 
 #include "simulator/objects/DeviceUpdate.h"
+#include "simulator/objects/Pictures.h"
+#include "simulator/objects/Thumbnail.h"
 #include "simulator/properties/PropertyMap.h"
 #include "simulator/trace/Call.h"
 
@@ -67,14 +69,16 @@ namespace simulator
         });
     }
 
-    HRESULT DeviceInformation::GetThumbnailAsync(void** operation)
+    HRESULT DeviceInformation::GetThumbnailAsync(platform::ThumbnailOperation** operation)
     {
-        return Outside("DeviceInformation.GetThumbnailAsync", m_snapshot->Id(), operation);
+        return GetObject("DeviceInformation.GetThumbnailAsync", m_snapshot->Id(), operation,
+                         [&] { return OpenThumbnail(m_snapshot->Id(), pictures::icon); });
     }
 
-    HRESULT DeviceInformation::GetGlyphThumbnailAsync(void** operation)
+    HRESULT DeviceInformation::GetGlyphThumbnailAsync(platform::ThumbnailOperation** operation)
     {
-        return Outside("DeviceInformation.GetGlyphThumbnailAsync", m_snapshot->Id(), operation);
+        return GetObject("DeviceInformation.GetGlyphThumbnailAsync", m_snapshot->Id(), operation,
+                         [&] { return OpenThumbnail(m_snapshot->Id(), pictures::glyph); });
     }
 
     HRESULT DeviceInformation::get_Kind(platform::DeviceInformationKind* value)

@@ -20,8 +20,8 @@ namespace simulator
         HRESULT STDMETHODCALLTYPE get_EnclosureLocation(void** value) override;
         HRESULT STDMETHODCALLTYPE get_Properties(platform::PropertyMap** value) override;
         HRESULT STDMETHODCALLTYPE Update(platform::IDeviceInformationUpdate* update) override;
-        HRESULT STDMETHODCALLTYPE GetThumbnailAsync(void** operation) override;
-        HRESULT STDMETHODCALLTYPE GetGlyphThumbnailAsync(void** operation) override;
+        HRESULT STDMETHODCALLTYPE GetThumbnailAsync(platform::ThumbnailOperation** operation) override;
+        HRESULT STDMETHODCALLTYPE GetGlyphThumbnailAsync(platform::ThumbnailOperation** operation) override;
         HRESULT STDMETHODCALLTYPE get_Kind(platform::DeviceInformationKind* value) override;
         HRESULT STDMETHODCALLTYPE get_Pairing(platform::IDeviceInformationPairing** value) override;
 

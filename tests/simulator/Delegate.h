@@ -79,6 +79,15 @@ namespace test
         using HandlerBase<AsyncOperationCompletedHandler<T>, IAsyncOperation<T>*, AsyncStatus>::HandlerBase;
     };
 
+    template <typename T, typename Progress>
+    class Handler<AsyncOperationWithProgressCompletedHandler<T, Progress>> final
+        : public HandlerBase<AsyncOperationWithProgressCompletedHandler<T, Progress>,
+                             IAsyncOperationWithProgress<T, Progress>*, AsyncStatus>
+    {
+        using HandlerBase<AsyncOperationWithProgressCompletedHandler<T, Progress>,
+                          IAsyncOperationWithProgress<T, Progress>*, AsyncStatus>::HandlerBase;
+    };
+
     template <typename Delegate, typename Function>
     Com<Delegate> On(Function function)
     {

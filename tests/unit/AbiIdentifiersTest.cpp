@@ -82,6 +82,9 @@ namespace
     constexpr auto typedEventHandler = "9de1c534-6ae1-11e0-84e1-18a905bcc53f";
     constexpr auto asyncOperation = "9fc2b0bb-e446-44e2-aa61-9cab8f636af2";
     constexpr auto completedHandler = "fcdcf02c-e5d8-4478-915a-4d90b74b83a5";
+    constexpr auto asyncOperationWithProgress = "b5d036d7-e297-498f-ba60-0289e76e23dd";
+    constexpr auto progressHandler = "55690902-0aab-421a-8778-f8ce5026d758";
+    constexpr auto completedHandlerWithProgress = "e85df41d-6aa7-46e3-a8e2-f009d840c627";
     constexpr auto iterable = "faa585ea-6214-4217-afda-7f46de5869b3";
     constexpr auto iterator = "6a79e863-4300-459a-9966-cbb660963ee1";
     constexpr auto vector = "913337e9-11a1-4345-a3a2-4e7f956e222d";
@@ -104,6 +107,8 @@ namespace
     std::string const pairingResult = Class("DevicePairingResult", "{072b02bf-dd95-4025-9b37-de51adba37b7}");
     std::string const unpairingResult = Class("DeviceUnpairingResult", "{66f44ad3-79d9-444b-92cf-a92ef72571c7}");
     std::string const devices = Class("DeviceInformationCollection", Generic(vectorView, {device}));
+    std::string const thumbnail = Class("DeviceThumbnail", "{cc254827-4b3d-438f-9232-10c76bc7e038}");
+    std::string const buffer = "{905a0fe0-bc53-11df-8c49-001e4fc686da}";
     std::string const property = Generic(keyValuePair, {text, object});
 
     std::string const bluetoothDevice =
@@ -167,6 +172,16 @@ namespace
         {"FF08456E-ED14-49E9-9A69-8117C54AE971", iid_of<IDeviceWatcher2>},
     };
 
+    constexpr Identifier streams[] = {
+        {"905A0FE0-BC53-11DF-8C49-001E4FC686DA", iid_of<platform::IBuffer>},
+        {"905A0FEF-BC53-11DF-8C49-001E4FC686DA", iid_of<platform::IBufferByteAccess>},
+        {"905A0FE1-BC53-11DF-8C49-001E4FC686DA", iid_of<IRandomAccessStream>},
+        {"905A0FE2-BC53-11DF-8C49-001E4FC686DA", iid_of<IInputStream>},
+        {"905A0FE6-BC53-11DF-8C49-001E4FC686DA", iid_of<IOutputStream>},
+        {"97D098A5-3B99-4DE9-88A5-E11D2F50C795", iid_of<IContentTypeProvider>},
+        {"CC254827-4B3D-438F-9232-10C76BC7E038", iid_of<IRandomAccessStreamWithContentType>},
+    };
+
     constexpr Identifier bluetooth[] = {
         {"0991DF51-57DB-4725-BBD7-84F64327EC2C", iid_of<platform::IBluetoothDeviceStatics>},
         {"C29E8E2F-4E14-4477-AA1B-B8B47E5B7ECE", iid_of<platform::IBluetoothDeviceStatics2>},
@@ -217,6 +232,18 @@ namespace
         {"09335560-6C6B-5A26-9348-97B781132B20", property, &iid_of<StringPair>},
         {"FE2F3D47-5D47-5499-8374-430C7CDA0204", Generic(iterable, {property}), &iid_of<IIterable<StringPair*>>},
         {"5DB5FA32-707C-5849-A06B-91C8EB9D10E8", Generic(iterator, {property}), &iid_of<IIterator<StringPair*>>},
+    };
+
+    Parameterised const ofStreams[] = {
+        {"BAC083A3-3A19-5072-9D90-133323A049BA", Generic(asyncOperation, {thumbnail}), &iid_of<ThumbnailOperation>},
+        {"86D455B2-D795-554C-9C31-BF6539349C19", Generic(completedHandler, {thumbnail}),
+         &iid_of<ThumbnailCompletedHandler>},
+        {"D26B2819-897F-5C7D-84D6-56D796561431", Generic(asyncOperationWithProgress, {buffer, "u4"}),
+         &iid_of<ReadOperation>},
+        {"BF666554-7605-5D9A-B14E-18D8C8472AFE", Generic(progressHandler, {buffer, "u4"}),
+         &iid_of<ReadProgressHandler>},
+        {"06386A7A-E009-5B0B-AB68-A8E48B516647", Generic(completedHandlerWithProgress, {buffer, "u4"}),
+         &iid_of<ReadCompletedHandler>},
     };
 
     Parameterised const ofBluetooth[] = {
@@ -303,6 +330,8 @@ INSTANTIATE_TEST_SUITE_P(Enumeration, AbiIdentifier, testing::ValuesIn(enumerati
 
 INSTANTIATE_TEST_SUITE_P(Bluetooth, AbiIdentifier, testing::ValuesIn(bluetooth));
 
+INSTANTIATE_TEST_SUITE_P(Streams, AbiIdentifier, testing::ValuesIn(streams));
+
 TEST_P(AbiParameterisedIdentifier, FollowsFromItsSignature)
 {
     EXPECT_EQ(IdentifierOf(GetParam().signature), GetParam().identifier) << GetParam().signature;
@@ -316,3 +345,5 @@ INSTANTIATE_TEST_SUITE_P(Devices, AbiParameterisedIdentifier, testing::ValuesIn(
 INSTANTIATE_TEST_SUITE_P(Values, AbiParameterisedIdentifier, testing::ValuesIn(ofValues));
 
 INSTANTIATE_TEST_SUITE_P(Bluetooth, AbiParameterisedIdentifier, testing::ValuesIn(ofBluetooth));
+
+INSTANTIATE_TEST_SUITE_P(Streams, AbiParameterisedIdentifier, testing::ValuesIn(ofStreams));

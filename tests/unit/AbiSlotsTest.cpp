@@ -106,6 +106,27 @@ TEST(AbiSlots, AsyncOperation)
     ExpectSlots(6, 8, &I::put_Completed, &I::get_Completed, &I::GetResults);
 }
 
+TEST(AbiSlots, AsyncOperationWithProgress)
+{
+    using I = ReadOperation;
+    ExpectSlots(6, 10, &I::put_Progress, &I::get_Progress, &I::put_Completed, &I::get_Completed, &I::GetResults);
+    ExpectSlots(3, 3, &ReadProgressHandler::Invoke);
+    ExpectSlots(3, 3, &ReadCompletedHandler::Invoke);
+}
+
+TEST(AbiSlots, Streams)
+{
+    using I = IRandomAccessStream;
+    using Buffer = platform::IBuffer;
+    ExpectSlots(6, 14, &I::get_Size, &I::put_Size, &I::GetInputStreamAt, &I::GetOutputStreamAt, &I::get_Position,
+                &I::Seek, &I::CloneStream, &I::get_CanRead, &I::get_CanWrite);
+    ExpectSlots(6, 6, &IInputStream::ReadAsync);
+    ExpectSlots(6, 7, &IOutputStream::WriteAsync, &IOutputStream::FlushAsync);
+    ExpectSlots(6, 6, &IContentTypeProvider::get_ContentType);
+    ExpectSlots(6, 8, &Buffer::get_Capacity, &Buffer::get_Length, &Buffer::put_Length);
+    ExpectSlots(3, 3, &platform::IBufferByteAccess::Buffer);
+}
+
 TEST(AbiSlots, Delegates)
 {
     ExpectSlots(3, 3, &PairingCompletedHandler::Invoke);
