@@ -5,6 +5,7 @@
 #include "simulator/neighbourhood/RadioSwitch.h"
 #include "simulator/neighbourhood/WatcherRun.h"
 #include "simulator/trace/Call.h"
+#include "simulator/trace/TraceFile.h"
 
 #include <algorithm>
 #include <cstring>
@@ -154,6 +155,7 @@ void SimulatorReset(void)
     Verb([] {
         RestartWithFirstScenario();
         ForgetCalls();
+        ReopenTraceFile();
     });
 }
 
@@ -302,6 +304,13 @@ size_t SimulatorTrace(char* buffer, size_t size)
 {
     std::string text;
     Verb([&] { text = TraceText(); });
+    return CopyText(text, buffer, size);
+}
+
+size_t SimulatorTraceJson(char* buffer, size_t size)
+{
+    std::string text;
+    Verb([&] { text = TraceJson(); });
     return CopyText(text, buffer, size);
 }
 

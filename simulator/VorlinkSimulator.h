@@ -9,6 +9,9 @@
 //    VORLINK_SIMULATOR_STATE may name a file that keeps which endpoints are paired: read with that first
 //    scenario, and each change is noted in it, also by several processes at once. A faulty one is told on standard
 //    error, ignored and left as it is.
+//    VORLINK_SIMULATOR_TRACE may name a file to which the trace is appended, in the form of SimulatorTraceJson(): a
+//    call when it has returned, an event when it is on its way, each in one piece, also by several processes at once.
+//    One that cannot be written is told on standard error, once, and ignored.
 // 2. Texts are UTF-8 and zero-terminated. An endpoint is named by its platform identifier
 //    ("Bluetooth#Bluetooth<adapter>-<device>" or "BluetoothLE#BluetoothLE<adapter>-<device>").
 // 3. Verbs that can be wrong return 1 when they took effect and 0 when they did not;
@@ -114,6 +117,21 @@ extern "C"
        HRESULT of a handler that fails follows in a line of its own. Copies at most `size` bytes, terminator
        included, and returns the size that the whole text needs. */
     VORLINK_SIMULATOR_API size_t SimulatorTrace(char* buffer, size_t size);
+
+    /* The same lines as JSON, an object each, copied in the same way:
+
+         {"time":"2026-01-02 10:00:00 047","utc":"2026-01-02T09:00:00.047123Z","process":32,"number":7,"thread":36,
+          "kind":"call","name":"DeviceWatcher.get_Status","object":"#1","arguments":"","result":"Created",
+          "hresult":"0x00000000","us":12}
+
+       "time" is local time as the library's log has it, "utc" the same moment, by the same clock. "number" counts the
+       process's lines from 0 in the order in which they began. "kind" is "call" or "event". "object" is the first
+       argument, null where that is a text in quotation marks or there is none; "arguments" is what follows it.
+       "result" is null where there is none. "hresult" and "us", how many microseconds a call took, are null where a
+       call has not returned; an event has an "hresult" in the line that tells of its handler's failure, and no "us".
+       Bytes that are not UTF-8 read as U+FFFD. */
+    VORLINK_SIMULATOR_API size_t SimulatorTraceJson(char* buffer, size_t size);
+
     VORLINK_SIMULATOR_API void SimulatorClearTrace(void);
 
     /* How many platform objects are alive (watchers, devices, operations, ...): a test's view of leaks. */

@@ -28,7 +28,7 @@ namespace simulator
             std::string result;
             auto const failure = TakeFailure(method.Name());
             HRESULT const code = failure ? *failure : body(result);
-            TraceResult(line, FAILED(code) ? CodeText(code) : result);
+            TraceResult(*line, code, result);
             return code;
         }
         catch (std::exception const&) // memory or threads have run out

@@ -1,31 +1,35 @@
 #include "simulator/trace/Trace.h"
 
-#include "simulator/trace/Texts.h"
+#include "simulator/trace/TraceFile.h"
+#include "simulator/trace/TraceLine.h"
 
-#include <algorithm>
 #include <chrono>
 #include <condition_variable>
 #include <cstddef>
 #include <mutex>
+#include <optional>
 #include <utility>
 #include <vector>
 
 namespace simulator
 {
+    struct TracedLine : TraceLine
+    {
+        std::chrono::steady_clock::time_point begun;
+        bool isWhole; // nothing will be added: the call has returned
+    };
+
     namespace
     {
-        struct Line
-        {
-            std::string text;
-            bool isWhole; // nothing will be added: the call has returned
-        };
+        using Lines = std::vector<std::shared_ptr<TracedLine>>;
 
         struct Trace
         {
             std::mutex mutex;
             std::condition_variable grown;
-            std::vector<Line> lines;
-            std::uint64_t cleared = 0; // how many lines came before the first one held
+            Lines lines;
+            std::uint64_t begun = 0;   // how many lines there have been
+            std::uint64_t cleared = 0; // how often
         };
 
         // Never destroyed: at process end a thread may have been killed while it held the lock.
@@ -35,87 +39,144 @@ namespace simulator
             return trace;
         }
 
-        std::uint64_t Append(std::string_view mark, std::string_view name, std::string_view arguments,
-                             std::string_view result, bool isWhole)
+        std::shared_ptr<TracedLine> Append(std::string_view name, std::string_view arguments, bool isEvent,
+                                           std::optional<HRESULT> code = {})
         {
-            auto line = std::to_string(GetCurrentThreadId()).append(mark).append(name);
-            line.append("(").append(arguments).append(")").append(result);
-            // A line feed inside a text must not look like the end of the line.
-            std::replace(line.begin(), line.end(), '\n', ' ');
+            auto const line = std::make_shared<TracedLine>();
+            line->thread = GetCurrentThreadId();
+            line->isEvent = isEvent;
+            line->name = name;
+            line->arguments = arguments;
+            line->code = code;
+            line->isWhole = isEvent;
             auto& trace = TheTrace();
-            std::uint64_t number = 0;
             {
                 std::lock_guard const lock(trace.mutex);
-                number = trace.cleared + trace.lines.size();
-                trace.lines.push_back({std::move(line), isWhole});
+                line->time = std::chrono::system_clock::now();
+                line->begun = std::chrono::steady_clock::now();
+                line->number = trace.begun++;
+                trace.lines.push_back(line);
             }
             trace.grown.notify_all();
-            return number;
+            if (isEvent)
+            {
+                WriteToTraceFile(*line);
+            }
+            return line;
         }
+
+        template <typename Form>
+        std::string AllLines(Form form)
+        {
+            auto& trace = TheTrace();
+            std::lock_guard const lock(trace.mutex);
+            std::string text;
+            for (auto const& line : trace.lines)
+            {
+                text.append(form(*line)).append("\n");
+            }
+            return text;
+        }
+
+        // Counts the lines with a text, each once: a line that is not whole when it is met is looked at again.
+        class Count
+        {
+        public:
+            explicit Count(std::string_view text)
+                : m_text(text)
+            {
+            }
+
+            std::uint64_t Update(Trace const& trace)
+            {
+                if (m_cleared != trace.cleared)
+                {
+                    *this = Count(m_text);
+                    m_cleared = trace.cleared;
+                }
+                std::erase_if(m_unfinished, [&](auto const& line) { return Take(*line); });
+                for (; m_next < trace.lines.size(); ++m_next)
+                {
+                    if (!Take(*trace.lines[m_next]))
+                    {
+                        m_unfinished.push_back(trace.lines[m_next]);
+                    }
+                }
+                return m_count;
+            }
+
+        private:
+            bool Take(TracedLine const& line)
+            {
+                if (line.isWhole && TextOf(line).find(m_text) != std::string::npos)
+                {
+                    ++m_count;
+                }
+                return line.isWhole;
+            }
+
+            std::string_view m_text;
+            std::uint64_t m_cleared = 0;
+            std::uint64_t m_count = 0;
+            std::size_t m_next = 0;
+            Lines m_unfinished;
+        };
     } // namespace
 
-    std::uint64_t TraceCall(std::string_view method, std::string_view arguments)
+    std::shared_ptr<TracedLine> TraceCall(std::string_view method, std::string_view arguments)
     {
-        return Append(" ", method, arguments, {}, false);
+        return Append(method, arguments, false);
     }
 
-    void TraceResult(std::uint64_t line, std::string_view result)
+    void TraceResult(TracedLine& line, HRESULT code, std::string const& result)
     {
-        auto text = result.empty() ? std::string() : " -> " + std::string(result);
-        std::replace(text.begin(), text.end(), '\n', ' ');
+        auto const took = std::chrono::steady_clock::now() - line.begun;
         auto& trace = TheTrace();
         {
             std::lock_guard const lock(trace.mutex);
-            if (line < trace.cleared)
-            {
-                return;
-            }
-            auto& whole = trace.lines[line - trace.cleared];
-            whole.text += text;
-            whole.isWhole = true;
+            line.code = code;
+            line.result = FAILED(code) ? "" : result;
+            line.took = std::chrono::duration_cast<std::chrono::microseconds>(took);
+            line.isWhole = true;
         }
         trace.grown.notify_all();
+        WriteToTraceFile(line);
     }
 
     void TraceEvent(std::string_view event, std::string_view arguments)
     {
-        Append(" ! ", event, arguments, {}, true);
+        Append(event, arguments, true);
     }
 
     void TraceEventFailure(std::string_view event, std::string_view arguments, HRESULT code)
     {
-        Append(" ! ", event, arguments, " -> " + CodeText(code), true);
+        Append(event, arguments, true, code);
     }
 
     std::string TraceText()
     {
-        auto& trace = TheTrace();
-        std::lock_guard const lock(trace.mutex);
-        std::string text;
-        for (auto const& line : trace.lines)
-        {
-            text.append(line.text).append("\n");
-        }
-        return text;
+        return AllLines(TextOf);
+    }
+
+    std::string TraceJson()
+    {
+        return AllLines(JsonOf);
     }
 
     void ClearTrace()
     {
         auto& trace = TheTrace();
         std::lock_guard const lock(trace.mutex);
-        trace.cleared += trace.lines.size();
         trace.lines.clear();
+        ++trace.cleared;
     }
 
     bool WaitForTrace(std::string_view text, std::uint32_t count, std::uint32_t milliseconds)
     {
         auto& trace = TheTrace();
+        Count found(text);
         std::unique_lock lock(trace.mutex);
-        return trace.grown.wait_for(lock, std::chrono::milliseconds(milliseconds), [&] {
-            auto const matches = std::count_if(trace.lines.begin(), trace.lines.end(), [&](Line const& line) {
-                return line.isWhole && line.text.find(text) != std::string::npos;
-            });
-            return matches >= static_cast<std::ptrdiff_t>(count);
-        });
+        return trace.grown.wait_for(lock, std::chrono::milliseconds(milliseconds),
+                                    [&] { return found.Update(trace) >= count; });
     }
 } // namespace simulator
