@@ -63,6 +63,7 @@ namespace host
         AddExplain(app, chosen);
         AddDoctor(app, chosen);
         AddLog(app, chosen);
+        AddTrace(app, chosen);
         AddScenario(app, chosen);
         AddReference(app, chosen);
         auto words = ReversedUtf8Words();

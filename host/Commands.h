@@ -13,6 +13,7 @@ namespace host
     void AddExplain(CLI::App& app, Action& chosen);
     void AddDoctor(CLI::App& app, Action& chosen);
     void AddLog(CLI::App& app, Action& chosen);
+    void AddTrace(CLI::App& app, Action& chosen);
     void AddScenario(CLI::App& app, Action& chosen);
 
     // completion and manual; after all others, which they tell of.

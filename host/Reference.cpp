@@ -192,6 +192,7 @@ namespace host
             ".SH EXIT STATUS\n" + ExitCodes() +
             ".SH ENVIRONMENT\n.TP\n\\fBNO_COLOR\\fR\nWhere it is set, no colours unless \\-\\-color asks for them.\n"
             ".TP\n\\fBVORLINK_SCENARIO\\fR\nThe scenario of the simulated platform, where that one answers.\n"
+            ".TP\n\\fBVORLINK_SIMULATOR_TRACE\\fR\nThe file in which the simulated platform leaves its trace.\n"
             ".SH FILES\n.TP\n\\fIMyLEData\\fR\nWhat the library has learnt of devices' LE sides, in the current "
             "folder.\n"
             ".TP\n\\fIlog.log\\fR\nThe library's log, with \\-\\-log, in the current folder.\n";

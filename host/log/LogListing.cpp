@@ -55,26 +55,27 @@ namespace host
             bool const isFar = blank != std::string_view::npos && blank > size / 2;
             return isFar ? blank + 1 : std::max<std::size_t>(size, 1);
         }
+    } // namespace
 
-        // Paints a text that begins at column `indent` and goes on there, line by line.
-        std::string Wrapped(std::string_view text, std::size_t indent, LogTone tone, LogLayout const& layout)
+    std::string Wrapped(std::string_view text, std::size_t indent, LogTone tone, LogLayout const& layout)
+    {
+        if (layout.columns == 0)
         {
-            if (layout.columns == 0)
-            {
-                return layout.paint(tone, text);
-            }
-            auto const columns = std::max<std::size_t>(layout.columns, indent + 8) - indent;
-            std::string lines;
-            while (!text.empty())
-            {
-                auto const size = SizeOfLine(text, columns);
-                lines +=
-                    (lines.empty() ? "" : "\n" + std::string(indent, ' ')) + layout.paint(tone, text.substr(0, size));
-                text.remove_prefix(size);
-            }
-            return lines;
+            return layout.paint(tone, text);
         }
+        auto const columns = std::max<std::size_t>(layout.columns, indent + 8) - indent;
+        std::string lines;
+        while (!text.empty())
+        {
+            auto const size = SizeOfLine(text, columns);
+            lines += (lines.empty() ? "" : "\n" + std::string(indent, ' ')) + layout.paint(tone, text.substr(0, size));
+            text.remove_prefix(size);
+        }
+        return lines;
+    }
 
+    namespace
+    {
         std::string TimeOfDay(std::string const& time)
         {
             return time.substr(std::min(time.find(' ') + 1, time.size()));

@@ -47,6 +47,9 @@ namespace host
     // Harmless, and not without limit.
     std::string ShownLogMessage(std::string const& message);
 
+    // Paints a text that begins at column `indent` and goes on there, line by line.
+    std::string Wrapped(std::string_view text, std::size_t indent, LogTone tone, LogLayout const& layout);
+
     // Each with its line feeds.
     std::string ListSummary(std::string const& text, LogLayout const& layout);
 

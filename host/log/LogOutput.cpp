@@ -13,37 +13,6 @@ namespace host
 {
     namespace
     {
-        // Collects what is printed: a call of the system a record would take most of the time.
-        class Output
-        {
-        public:
-            ~Output()
-            {
-                Print(m_text);
-            }
-
-            Output() = default;
-            Output(Output const&) = delete;
-            Output& operator=(Output const&) = delete;
-
-            // Whether something was printed just now.
-            bool Add(std::string_view text)
-            {
-                constexpr std::size_t enough = 262'144;
-                m_text += text;
-                if (m_text.size() < enough)
-                {
-                    return false;
-                }
-                Print(m_text);
-                m_text.clear();
-                return true;
-            }
-
-        private:
-            std::string m_text;
-        };
-
         std::string Paint(LogTone tone, std::string_view text)
         {
             // In the order of the enumeration, which begins with the plain one.
@@ -85,6 +54,24 @@ namespace host
             }
         }
     } // namespace
+
+    Output::~Output()
+    {
+        Print(m_text);
+    }
+
+    bool Output::Add(std::string_view text)
+    {
+        constexpr std::size_t enough = 262'144;
+        m_text += text;
+        if (m_text.size() < enough)
+        {
+            return false;
+        }
+        Print(m_text);
+        m_text.clear();
+        return true;
+    }
 
     LogLayout LayoutOfOutput()
     {

@@ -6,9 +6,26 @@
 
 #include <functional>
 #include <string>
+#include <string_view>
 
 namespace host
 {
+    // Collects what is printed: a call of the system a record would take most of the time.
+    class Output
+    {
+    public:
+        Output() = default;
+        ~Output();
+        Output(Output const&) = delete;
+        Output& operator=(Output const&) = delete;
+
+        // Whether something was printed just now.
+        bool Add(std::string_view text);
+
+    private:
+        std::string m_text;
+    };
+
     // As wide as the console, in its colours; elsewhere lines are as long as they get.
     LogLayout LayoutOfOutput();
 

@@ -129,7 +129,7 @@ TEST(CommandLine, TheManualAndTheCompletionsKnowEachSubcommand)
     auto const bash = RunVorlinkctl({"completion", "bash"}).output;
     auto const powershell = RunVorlinkctl({"completion", "powershell"}).output;
     EXPECT_THAT(manual, StartsWith(".TH VORLINKCTL 1 "));
-    for (std::string const command : {"pair", "unpair", "phones", "pair-phone", "explain", "scenario"})
+    for (std::string const command : {"pair", "unpair", "phones", "pair-phone", "explain", "trace", "scenario"})
     {
         EXPECT_THAT(manual, HasSubstr("\n.SS " + std::regex_replace(command, std::regex("-"), "\\-") + "\n"));
         EXPECT_THAT(bash, HasSubstr("    " + command + ") words=\""));

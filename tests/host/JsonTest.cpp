@@ -87,6 +87,14 @@ TEST(Json, IsTheSameForEachSubcommand)
     EXPECT_THAT(EventsOf({"log"}), testing::IsSupersetOf({"record", "record"}));
 }
 
+TEST(Json, OfATraceIsALineOfItOrARecord)
+{
+    SetEnvironmentVariableW(L"VORLINK_SIMULATOR_TRACE", (std::filesystem::current_path() / "trace.jsonl").c_str());
+    RunVorlinkctl({"pair", "Kitchen Speaker", "--no-learn", "--log"});
+    SetEnvironmentVariableW(L"VORLINK_SIMULATOR_TRACE", nullptr);
+    EXPECT_THAT(EventsOf({"trace", "trace.jsonl"}), testing::IsSupersetOf({"trace", "trace", "record", "record"}));
+}
+
 TEST(Json, OfAScenarioIsAFaultALine)
 {
     std::ofstream("faulty.toml") << "[[device]]\nadress = 1\n";

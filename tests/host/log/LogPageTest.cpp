@@ -1,5 +1,5 @@
 #include "host/log/LogPage.h"
-#include "host/log/LogPageTexts.h"
+#include "host/page/PageTexts.h"
 #include "tests/host/log/LogLines.h"
 
 #include <gmock/gmock.h>
@@ -95,9 +95,11 @@ TEST(LogPage, IsWholeAndLoadsNothing)
     EXPECT_THAT(page, AllOf(HasSubstr(std::string(logPageStyle)), HasSubstr(std::string(logPageScript))));
 }
 
-TEST(LogPageTexts, DoNotEndTheirElements)
+TEST(PageTexts, DoNotEndTheirElements)
 {
-    EXPECT_THAT(std::string(logPageStyle), Not(HasSubstr("</")));
-    EXPECT_THAT(std::string(logPageScript), Not(HasSubstr("</")));
-    EXPECT_THAT(std::string(logPageScript), Not(HasSubstr("innerHTML")));
+    for (auto const text : {pageStyle, pageScript, logPageStyle, logPageScript, tracePageStyle, tracePageScript})
+    {
+        EXPECT_THAT(std::string(text),
+                    AllOf(Not(HasSubstr("</")), Not(HasSubstr("innerHTML")), Not(testing::IsEmpty())));
+    }
 }
