@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <cstdio>
 #include <set>
 #include <tuple>
 #include <utility>
@@ -15,30 +14,40 @@ namespace host
     {
         using Parsed = nlohmann::json;
 
-        // "2026-01-02 10:00:00 047", and the digits behind the seconds of "2026-01-02T09:00:00.047123Z"
-        std::optional<std::int64_t> Microseconds(std::string const& local, std::string const& utc)
+        // In a form "d" stands for a digit.
+        bool HasForm(std::string_view text, std::string_view form)
+        {
+            return std::ranges::equal(text, form, [](char letter, char wanted) {
+                return wanted == 'd' ? letter >= '0' && letter <= '9' : letter == wanted;
+            });
+        }
+
+        int NumberAt(std::string_view text, std::size_t at, std::size_t digits)
+        {
+            int number = 0;
+            for (char const digit : text.substr(at, digits))
+            {
+                number = number * 10 + (digit - '0');
+            }
+            return number;
+        }
+
+        std::optional<std::int64_t> Microseconds(std::string_view local, std::string_view utc)
         {
             using namespace std::chrono;
-            int years = 0;
-            unsigned months = 0;
-            unsigned days = 0;
-            int hour = 0;
-            int minute = 0;
-            int second = 0;
-            int millisecond = 0;
-            int fraction = 0;
-            int end = 0;
-            bool const fits = std::sscanf(local.c_str(), "%d-%2u-%2u %2d:%2d:%2d %3d%n", &years, &months, &days, &hour,
-                                          &minute, &second, &millisecond, &end) == 7 &&
-                              static_cast<std::size_t>(end) == local.size();
-            auto const point = utc.find('.');
-            auto const date = year(years) / month(months) / day(days);
-            if (!fits || !date.ok() || point == std::string::npos ||
-                std::sscanf(utc.c_str() + point, ".%6dZ", &fraction) != 1 || fraction / 1000 != millisecond)
+            if (!HasForm(local, "dddd-dd-dd dd:dd:dd ddd") || !HasForm(utc, "dddd-dd-ddTdd:dd:dd.ddddddZ"))
             {
                 return std::nullopt;
             }
-            auto const time = sys_days(date).time_since_epoch() + hours(hour) + minutes(minute) + seconds(second) +
+            auto const at = [&](std::size_t place) { return NumberAt(local, place, 2); };
+            auto const date =
+                year(NumberAt(local, 0, 4)) / month(static_cast<unsigned>(at(5))) / day(static_cast<unsigned>(at(8)));
+            int const fraction = NumberAt(utc, 20, 6);
+            if (!date.ok() || at(11) > 23 || at(14) > 59 || at(17) > 60 || fraction / 1000 != NumberAt(local, 20, 3))
+            {
+                return std::nullopt;
+            }
+            auto const time = sys_days(date).time_since_epoch() + hours(at(11)) + minutes(at(14)) + seconds(at(17)) +
                               microseconds(fraction);
             return duration_cast<microseconds>(time).count();
         }

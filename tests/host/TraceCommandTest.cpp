@@ -170,19 +170,32 @@ TEST(TraceCommand, WritesAPage)
     EXPECT_EQ(RunVorlinkctl({"trace", "trace.jsonl", "--html", "nowhere/page.html"}).exitCode, 1u);
 }
 
+namespace
+{
+    void WriteLines(int count)
+    {
+        std::ofstream file("trace.jsonl", std::ios::binary);
+        for (int line = 0; line < count; ++line)
+        {
+            file << TraceLine(line, line, start);
+        }
+    }
+} // namespace
+
 TEST(SlowTraceCommand, TakesAMillionLines)
 {
-    std::ofstream file("trace.jsonl", std::ios::binary);
-    for (int line = 0; line < 1'000'000; ++line)
-    {
-        file << TraceLine(line, line, start);
-    }
-    file.close();
+    WriteLines(1'000'000);
     auto const result = RunVorlinkctl({"trace", "trace.jsonl"});
     EXPECT_EQ(result.exitCode, 0u);
     EXPECT_THAT(result.output, StartsWith("trace.jsonl: 1000000 lines.\n"));
     EXPECT_EQ(std::ranges::count(result.output, '\n'), 1'000'003);
     EXPECT_THAT(result.error, EndsWith("ing trace.jsonl ...\n"));
+}
+
+TEST(SlowTraceCommand, APageHasTheLatestLines)
+{
+    WriteLines(200'007);
     EXPECT_EQ(RunVorlinkctl({"trace", "trace.jsonl", "--html", "page.html"}).output,
-              "Wrote page.html with the last 200000 lines; it lacks 800000 older ones.\n");
+              "Wrote page.html with the last 200000 lines; it lacks 7 older ones.\n");
+    EXPECT_THAT(ReadFile("page.html"), AllOf(HasSubstr("\"left\":7,"), HasSubstr("[1767348000000007,")));
 }

@@ -91,8 +91,9 @@ TEST(TraceContents, SkipsWhatIsNoLineAndKnowsWhere)
                               with(good, "\"call\"", "\"cry\"") + with(good, "\"thread\":36", "\"thread\":\"36\"") +
                               with(good, "01-02 10", "02-30 10") + with(good, "00.000000Z", "00.001000Z") +
                               with(good, "00 000\"", "00 000 \"") + with(good, "DeviceWatcher", "\xFF") +
+                              with(good, "02 10:", "02 24:") + with(good, "00.000000Z", "00.000Z") +
                               good.substr(0, good.size() - 1));
-    EXPECT_THAT(trace.Garbage(), ElementsAre(1, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12));
+    EXPECT_THAT(trace.Garbage(), ElementsAre(1, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14));
     EXPECT_EQ(trace.Size(), 2u) << "the last one needs no line feed";
 }
 

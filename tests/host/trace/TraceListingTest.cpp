@@ -72,6 +72,7 @@ TEST(TraceListing, ShortensIdentifiers)
                                    "\"BluetoothLE#BluetoothLE00:1a:7d:da:71:13-a4:c1:38:5e:22:0f\""),
               "#1, Classic a4:c1:38:5e:22:0f, \"LE a4:c1:38:5e:22:0f\"");
     for (auto const* const other : {"Bluetooth#Bluetooth00:1a:7d:da:71:13-a4:c1:38:5e:22:0",
+                                    "Bluetooth#Bluetooth00:1a:7d:da:71:13+a4:c1:38:5e:22:0f",
                                     "Bluetooth#Bluetooth-without-an-address", "Bluetooth#Bluetooth", ""})
     {
         EXPECT_EQ(WithShortIdentifiers(other), other);
