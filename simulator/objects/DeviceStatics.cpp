@@ -60,10 +60,11 @@ namespace simulator
             });
         }
 
-        // What an overload without a kind looks for.
-        DeviceInformationKind KindFor(Query const&)
+        // What an overload without a kind looks for. The platform counts its types of device objects as it does kinds.
+        DeviceInformationKind KindFor(Query const& query)
         {
-            return DeviceInformationKind::DeviceInterface;
+            return static_cast<DeviceInformationKind>(
+                query.Kind().value_or(static_cast<std::int64_t>(DeviceInformationKind::DeviceInterface)));
         }
 
         HRESULT MakeWatcher(Method method, std::string const& arguments, std::string const& filter,
