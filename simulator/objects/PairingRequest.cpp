@@ -117,8 +117,8 @@ namespace simulator
 
     HRESULT PairingRequest::AcceptWithPasswordCredential(void*)
     {
-        return Call("DevicePairingRequestedEventArgs.AcceptWithPasswordCredential", m_id,
-                    [](std::string&) { return E_NOTIMPL; }); // no Bluetooth device asks for one
+        // No Bluetooth device asks for one.
+        return Outside("DevicePairingRequestedEventArgs.AcceptWithPasswordCredential", m_id);
     }
 
     char const* PairingRequest::ClassName() const noexcept

@@ -82,8 +82,13 @@ namespace simulator
     }
 
     // A method of the platform that this simulator leaves out.
+    inline HRESULT Outside(LeftOutMethod method, std::string const& arguments)
+    {
+        return Call(method, arguments, [](std::string&) { return E_NOTIMPL; });
+    }
+
     template <typename Out>
-    HRESULT Outside(Method method, std::string const& arguments, Out* out)
+    HRESULT Outside(LeftOutMethod method, std::string const& arguments, Out* out)
     {
         return Call(method, arguments, [&](std::string&) {
             if (!out)
