@@ -1,7 +1,7 @@
 // The verbs of the simulated platform, for tests and for hosts that rehearse their Bluetooth flows.
 //
-// vorlink_simulator.dll answers for Windows.Devices.Enumeration.DeviceInformation in a process whose
-// manifest registers the class there. A program that links it may also steer it, with these rules:
+// vorlink_simulator.dll answers for classes of Windows.Devices.Enumeration, Bluetooth and Radios in a process whose
+// manifest registers them there (docs/simulator_members.md). A program that links it may also steer it, with these rules:
 //
 // 1. One simulated neighbourhood a process. It begins as the scenario file that the environment variable
 //    VORLINK_SCENARIO names, or as the built-in default scenario when the variable is unset or empty. While
@@ -54,7 +54,7 @@ extern "C"
                                                         size_t size);
 
     /* An endpoint of the scenario comes into range (one that the scenario holds back, or that has left).
-       Every started watcher whose filter it matches raises Added. */
+       Every started watcher whose filter it matches raises Added, unless the radio is off. */
     VORLINK_SIMULATOR_API int SimulateDeviceAppears(char const* id);
 
     /* Sets one property of an endpoint, by its platform name, say "System.ItemNameDisplay". `value` is a TOML
