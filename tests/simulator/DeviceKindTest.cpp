@@ -13,8 +13,8 @@ namespace
         R"(\\?\BTHLE#Dev_e8473a15b0c2#8&1a2b3c4d&0&E8473A15B0C2#{781aee18-7733-4ce4-add0-91f41c67b592})";
     constexpr auto speakerInterface =
         R"(\\?\BTHENUM#Dev_A4C1385E220F#7&2768a9f8&0&BluetoothDevice_A4C1385E220F#{00f40965-e89d-4487-9890-87c3abb211f4})";
-    constexpr auto speakerContainer = "{3c6f9a52-71d4-5e8b-a0c7-a4c1385e220f}";
-    constexpr auto mouseContainer = "{3c6f9a52-71d4-5e8b-a0c7-e8473a15b0c2}";
+    constexpr auto speakerContainer = "{6f9d2e3b-41c7-5a08-9b6e-a4c1385e220f}";
+    constexpr auto mouseContainer = "{6f9d2e3b-41c7-5a08-9b6e-e8473a15b0c2}";
 
     std::vector<std::string> Found(DeviceInformationKind kind, std::string const& filter = {})
     {
