@@ -66,7 +66,7 @@ namespace platform
     {
         static constexpr GUID iid{0x57FFF78B, 0x651A, 0x4454, {0xB9, 0x0F, 0xEB, 0x21, 0xEF, 0x0B, 0x0D, 0x71}};
         virtual HRESULT STDMETHODCALLTYPE get_DeviceAccessInformation(void** value) = 0;
-        virtual HRESULT STDMETHODCALLTYPE RequestAccessAsync(void** result) = 0;
+        virtual HRESULT STDMETHODCALLTYPE RequestAccessAsync(IAsyncOperation<DeviceAccessStatus>** operation) = 0;
         virtual HRESULT STDMETHODCALLTYPE GetRfcommServicesAsync(void** result) = 0;
         virtual HRESULT STDMETHODCALLTYPE GetRfcommServicesWithCacheModeAsync(INT32 cacheMode, void** result) = 0;
         virtual HRESULT STDMETHODCALLTYPE GetRfcommServicesForIdAsync(void* id, void** result) = 0;

@@ -68,7 +68,7 @@ namespace platform
     {
         static constexpr GUID iid{0xAEE9E493, 0x44AC, 0x40DC, {0xAF, 0x33, 0xB2, 0xC1, 0x3C, 0x01, 0xCA, 0x46}};
         virtual HRESULT STDMETHODCALLTYPE get_DeviceAccessInformation(void** value) = 0;
-        virtual HRESULT STDMETHODCALLTYPE RequestAccessAsync(void** result) = 0;
+        virtual HRESULT STDMETHODCALLTYPE RequestAccessAsync(IAsyncOperation<DeviceAccessStatus>** operation) = 0;
         virtual HRESULT STDMETHODCALLTYPE GetGattServicesAsync(void** result) = 0;
         virtual HRESULT STDMETHODCALLTYPE GetGattServicesWithCacheModeAsync(INT32 cacheMode, void** result) = 0;
         virtual HRESULT STDMETHODCALLTYPE GetGattServicesForUuidAsync(GUID id, void** result) = 0;

@@ -70,4 +70,20 @@ namespace platform
         virtual HRESULT STDMETHODCALLTYPE get_Category(UINT16* value) = 0;
         virtual HRESULT STDMETHODCALLTYPE get_SubCategory(UINT16* value) = 0;
     };
+
+    // Of Windows.Devices.Enumeration: only Bluetooth devices ask for it here.
+    enum class DeviceAccessStatus : INT32
+    {
+        Unspecified = 0,
+        Allowed = 1,
+        DeniedByUser = 2,
+        DeniedBySystem = 3,
+    };
+
+    template <>
+    inline constexpr GUID iid_of<IAsyncOperation<DeviceAccessStatus>>{
+        0xC00BC2F2, 0xA7F8, 0x5F3F, {0x80, 0xD1, 0x28, 0x08, 0xEF, 0x6B, 0xCA, 0x10}};
+    template <>
+    inline constexpr GUID iid_of<AsyncOperationCompletedHandler<DeviceAccessStatus>>{
+        0xEE154D83, 0x805B, 0x53E8, {0x84, 0x69, 0x90, 0x71, 0x50, 0x36, 0xD0, 0x13}};
 } // namespace platform

@@ -89,7 +89,8 @@ namespace simulator
 
     HRESULT BluetoothDevice::get_DeviceInformation(platform::IDeviceInformation** value)
     {
-        return m_core.GetPart("BluetoothDevice.get_DeviceInformation", value, InformationOf);
+        return m_core.GetPart("BluetoothDevice.get_DeviceInformation", value,
+                              [&](Endpoint const&) { return m_core.Information(); });
     }
 
     HRESULT BluetoothDevice::get_DeviceAccessInformation(void** value)
@@ -97,9 +98,9 @@ namespace simulator
         return Outside("BluetoothDevice.get_DeviceAccessInformation", m_core.Id(), value);
     }
 
-    HRESULT BluetoothDevice::RequestAccessAsync(void** result)
+    HRESULT BluetoothDevice::RequestAccessAsync(platform::IAsyncOperation<platform::DeviceAccessStatus>** operation)
     {
-        return Outside("BluetoothDevice.RequestAccessAsync", m_core.Id(), result);
+        return m_core.GetPart("BluetoothDevice.RequestAccessAsync", operation, AllowAccess);
     }
 
     HRESULT BluetoothDevice::GetRfcommServicesAsync(void** result)

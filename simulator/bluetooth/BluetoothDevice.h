@@ -36,7 +36,8 @@ namespace simulator
         HRESULT STDMETHODCALLTYPE remove_ConnectionStatusChanged(EventRegistrationToken token) override;
         HRESULT STDMETHODCALLTYPE get_DeviceInformation(platform::IDeviceInformation** value) override;
         HRESULT STDMETHODCALLTYPE get_DeviceAccessInformation(void** value) override;
-        HRESULT STDMETHODCALLTYPE RequestAccessAsync(void** result) override;
+        HRESULT STDMETHODCALLTYPE
+        RequestAccessAsync(platform::IAsyncOperation<platform::DeviceAccessStatus>** operation) override;
         HRESULT STDMETHODCALLTYPE GetRfcommServicesAsync(void** result) override;
         HRESULT STDMETHODCALLTYPE GetRfcommServicesWithCacheModeAsync(INT32 cacheMode, void** result) override;
         HRESULT STDMETHODCALLTYPE GetRfcommServicesForIdAsync(void* id, void** result) override;

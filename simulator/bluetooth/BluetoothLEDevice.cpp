@@ -80,7 +80,8 @@ namespace simulator
 
     HRESULT BluetoothLEDevice::get_DeviceInformation(platform::IDeviceInformation** value)
     {
-        return m_core.GetPart("BluetoothLEDevice.get_DeviceInformation", value, InformationOf);
+        return m_core.GetPart("BluetoothLEDevice.get_DeviceInformation", value,
+                              [&](Endpoint const&) { return m_core.Information(); });
     }
 
     HRESULT BluetoothLEDevice::get_Appearance(platform::IBluetoothLEAppearance** value)
@@ -99,9 +100,9 @@ namespace simulator
         return Outside("BluetoothLEDevice.get_DeviceAccessInformation", m_core.Id(), value);
     }
 
-    HRESULT BluetoothLEDevice::RequestAccessAsync(void** result)
+    HRESULT BluetoothLEDevice::RequestAccessAsync(platform::IAsyncOperation<platform::DeviceAccessStatus>** operation)
     {
-        return Outside("BluetoothLEDevice.RequestAccessAsync", m_core.Id(), result);
+        return m_core.GetPart("BluetoothLEDevice.RequestAccessAsync", operation, AllowAccess);
     }
 
     HRESULT BluetoothLEDevice::GetGattServicesAsync(void** result)

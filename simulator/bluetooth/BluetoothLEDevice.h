@@ -36,7 +36,8 @@ namespace simulator
         HRESULT STDMETHODCALLTYPE get_Appearance(platform::IBluetoothLEAppearance** value) override;
         HRESULT STDMETHODCALLTYPE get_BluetoothAddressType(platform::BluetoothAddressType* value) override;
         HRESULT STDMETHODCALLTYPE get_DeviceAccessInformation(void** value) override;
-        HRESULT STDMETHODCALLTYPE RequestAccessAsync(void** result) override;
+        HRESULT STDMETHODCALLTYPE
+        RequestAccessAsync(platform::IAsyncOperation<platform::DeviceAccessStatus>** operation) override;
         HRESULT STDMETHODCALLTYPE GetGattServicesAsync(void** result) override;
         HRESULT STDMETHODCALLTYPE GetGattServicesWithCacheModeAsync(INT32 cacheMode, void** result) override;
         HRESULT STDMETHODCALLTYPE GetGattServicesForUuidAsync(GUID id, void** result) override;

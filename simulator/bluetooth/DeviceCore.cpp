@@ -25,6 +25,14 @@ namespace simulator
         return adapter && adapter->secureConnections && IsTrue(endpoint.properties, isPairedProperty);
     }
 
+    Ref<AsyncOperation<platform::DeviceAccessStatus>> AllowAccess(Endpoint const& endpoint)
+    {
+        using platform::DeviceAccessStatus;
+        return RunErrand<DeviceAccessStatus>(endpoint.id, [](AsyncOperation<DeviceAccessStatus>& async) {
+            async.Complete(DeviceAccessStatus::Allowed);
+        });
+    }
+
     Ref<DeviceInformation> InformationOf(Endpoint const& endpoint)
     {
         return Make<DeviceInformation>(endpoint.id, platform::DeviceInformationKind::AssociationEndpoint,

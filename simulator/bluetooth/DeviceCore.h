@@ -5,12 +5,20 @@
 #include "simulator/bluetooth/Endpoints.h"
 #include "simulator/neighbourhood/Subscription.h"
 #include "simulator/objects/DeviceInformation.h"
+#include "simulator/objects/Errand.h"
 #include "simulator/objects/EventSource.h"
 
 #include <atomic>
 
 namespace simulator
 {
+    template <>
+    inline constexpr auto operationClassName<platform::DeviceAccessStatus> =
+        "Windows.Foundation.IAsyncOperation`1<Windows.Devices.Enumeration.DeviceAccessStatus>";
+
+    Ref<DeviceInformation> InformationOf(Endpoint const& endpoint);
+    Ref<AsyncOperation<platform::DeviceAccessStatus>> AllowAccess(Endpoint const& endpoint);
+
     template <typename Device>
     struct DeviceEvents
     {
@@ -55,6 +63,7 @@ namespace simulator
 
         DeviceCore(std::shared_ptr<Lifetime> object, char const* className, Endpoint endpoint)
             : m_endpoint(std::move(endpoint))
+            , m_information(InformationOf(m_endpoint))
             , m_events(new Events{std::move(object), m_endpoint.id, className})
             , m_subscription(new Subscription{
                   m_endpoint.id, [events = m_events](std::uint64_t generation, Happening const& happening) {
@@ -142,6 +151,11 @@ namespace simulator
             });
         }
 
+        Ref<DeviceInformation> const& Information() const noexcept
+        {
+            return m_information;
+        }
+
         HRESULT Add(Method method, Source source, Handler* handler, EventRegistrationToken* token)
         {
             return m_closed ? Call(method, Id(), [](std::string&) { return objectClosed; })
@@ -179,6 +193,7 @@ namespace simulator
         }
 
         Endpoint const m_endpoint;
+        Ref<DeviceInformation> const m_information; // a snapshot, and one for the object's whole life
         std::shared_ptr<Events> const m_events;
         std::shared_ptr<Subscription> const m_subscription;
         std::atomic<bool> m_closed = false;
@@ -187,5 +202,4 @@ namespace simulator
     platform::BluetoothConnectionStatus ConnectionOf(Endpoint const& endpoint);
     platform::BluetoothAddressType AddressTypeOf(Endpoint const& endpoint);
     bool WasSecure(Endpoint const& endpoint);
-    Ref<DeviceInformation> InformationOf(Endpoint const& endpoint);
 } // namespace simulator

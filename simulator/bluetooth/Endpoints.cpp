@@ -19,7 +19,7 @@ namespace simulator
 
         bool IsKnown(Neighbour const& neighbour)
         {
-            return neighbour.inRange || neighbour.endpoint.appearsAtMs != never ||
+            return neighbour.inRange || neighbour.sensed || neighbour.endpoint.appearsAtMs == 0 ||
                    IsTrue(neighbour.endpoint.properties, isPairedProperty);
         }
 
@@ -81,6 +81,16 @@ namespace simulator
 
     std::optional<Endpoint> FindEndpoint(Protocol protocol, std::string const& id)
     {
+        {
+            auto& neighbourhood = TheNeighbourhood();
+            std::lock_guard const lock(neighbourhood.mutex);
+            auto const* const exact = FindNeighbour(neighbourhood, id);
+            if (exact && exact->endpoint.protocol == protocol && IsKnown(*exact) &&
+                neighbourhood.scenario.adapter.present)
+            {
+                return exact->endpoint;
+            }
+        }
         return FindKnown(protocol, [&](Endpoint const& endpoint) { return SameText(endpoint.id, id); });
     }
 

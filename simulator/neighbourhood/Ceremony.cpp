@@ -108,12 +108,14 @@ namespace simulator
         }
 
         // A caller that gets its answer at once gets it before its call returns, except when that would have
-        // to wait for the program itself.
+        // to wait for the program itself: a handler may well wait for the caller.
         void WaitUnlessProgramIsAwaited(Operation const& operation)
         {
             auto& neighbourhood = TheNeighbourhood();
             std::unique_lock lock(neighbourhood.mutex);
-            neighbourhood.changed.wait(lock, [&] { return operation.over || !operation.busy || neighbourhood.held; });
+            constexpr std::chrono::seconds longest(1);
+            neighbourhood.changed.wait_for(lock, longest,
+                                           [&] { return operation.over || !operation.busy || neighbourhood.held; });
         }
 
         void RunPairing(std::shared_ptr<Operation> const& operation, OperationListener const& listener,

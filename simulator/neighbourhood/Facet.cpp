@@ -1,5 +1,6 @@
 #include "simulator/neighbourhood/Facet.h"
 
+#include "simulator/neighbourhood/RadioSwitch.h"
 #include "simulator/scenario/DeviceNode.h"
 
 #include <algorithm>
@@ -64,10 +65,23 @@ namespace simulator
             return properties;
         }
 
-        bool IsThere(Neighbour const& neighbour, DeviceInformationKind kind)
+        // Null where the platform does not know the device, or no longer.
+        std::optional<Facet> FacetNow(Neighbourhood const& neighbourhood, Neighbour const& neighbour,
+                                      DeviceInformationKind kind)
         {
             auto const& endpoint = neighbour.endpoint;
-            return IsTrue(endpoint.properties, isPairedProperty) || (!NeedsPairing(kind) && IsInRange(neighbour));
+            bool const isPresent = IsOnAir(neighbourhood) && IsInRange(neighbour);
+            bool const isPaired = IsTrue(endpoint.properties, isPairedProperty);
+            if (!isPaired && (NeedsPairing(kind) || !isPresent))
+            {
+                return std::nullopt;
+            }
+            auto facet = FacetOf(endpoint, kind);
+            if (kind == DeviceInformationKind::AssociationEndpoint && !isPresent)
+            {
+                facet->properties[std::string(isPresentProperty)] = false;
+            }
+            return facet;
         }
     } // namespace
 
@@ -85,19 +99,33 @@ namespace simulator
 
     std::optional<Facet> FindFacet(Neighbourhood const& neighbourhood, std::string_view id, DeviceInformationKind kind)
     {
+        if (!neighbourhood.scenario.adapter.present)
+        {
+            return std::nullopt;
+        }
+        // Most are asked for by the identifier that the platform gave: there need be no search.
+        auto const exact = neighbourhood.neighboursById.find(id);
+        if (exact != neighbourhood.neighboursById.end() &&
+            (kind == DeviceInformationKind::Unknown || kind == DeviceInformationKind::AssociationEndpoint))
+        {
+            return FacetNow(neighbourhood, *exact->second, DeviceInformationKind::AssociationEndpoint);
+        }
         for (auto const each : kinds)
         {
             if (kind != DeviceInformationKind::Unknown && kind != each)
             {
                 continue;
             }
-            auto const found = std::ranges::find_if(neighbourhood.neighbours, [&](Neighbour const& neighbour) {
-                return IsThere(neighbour, each) &&
-                       std::ranges::equal(IdOf(neighbour.endpoint, each), id, {}, ToLower, ToLower);
-            });
-            if (found != neighbourhood.neighbours.end())
+            for (auto const& neighbour : neighbourhood.neighbours)
             {
-                return FacetOf(found->endpoint, each);
+                if (!std::ranges::equal(IdOf(neighbour.endpoint, each), id, {}, ToLower, ToLower))
+                {
+                    continue;
+                }
+                if (auto facet = FacetNow(neighbourhood, neighbour, each))
+                {
+                    return facet;
+                }
             }
         }
         return std::nullopt;

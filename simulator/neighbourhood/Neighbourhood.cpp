@@ -32,6 +32,14 @@ namespace simulator
             }
             scenario.endpoints = {};
             neighbourhood.scenario = std::move(scenario);
+            for (auto& neighbour : neighbourhood.neighbours)
+            {
+                auto& properties = neighbour.endpoint.properties;
+                if (!IsOnAir(neighbourhood) && IsTrue(properties, isConnectedProperty))
+                {
+                    properties[std::string(isConnectedProperty)] = false;
+                }
+            }
         }
 
         void PopulateFirst(Neighbourhood& neighbourhood, FirstScenario first)
@@ -95,7 +103,7 @@ namespace simulator
             auto const now = Clock::now();
             auto const& runs = neighbourhood.runs;
             auto const& operations = neighbourhood.operations;
-            return neighbourhood.telling.empty() &&
+            return neighbourhood.telling == 0 &&
                    std::all_of(runs.begin(), runs.end(), [&](auto const& run) { return IsIdle(*run, now); }) &&
                    std::all_of(operations.begin(), operations.end(),
                                [&](auto const& operation) { return IsIdle(*operation, now); });
@@ -114,7 +122,7 @@ namespace simulator
 
     bool IsInRange(Neighbour const& neighbour)
     {
-        return neighbour.inRange.value_or(neighbour.sensed.value_or(neighbour.endpoint.appearsAtMs != never));
+        return neighbour.inRange.value_or(neighbour.sensed.value_or(neighbour.endpoint.appearsAtMs == 0));
     }
 
     Neighbour* FindNeighbour(Neighbourhood& neighbourhood, std::string_view id)
@@ -158,7 +166,8 @@ namespace simulator
         auto heard = happening;
         if (!IsOnAir(neighbourhood))
         {
-            heard.inRange.reset();
+            bool const paired = IsTrue(neighbour->endpoint.properties, isPairedProperty);
+            heard.inRange = happening.inRange == false && !paired ? happening.inRange : std::nullopt;
             heard.again = false;
         }
         for (auto const& run : neighbourhood.runs)

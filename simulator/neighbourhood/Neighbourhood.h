@@ -38,7 +38,8 @@ namespace simulator
         std::string id;
         std::optional<bool> inRange{};
         std::vector<std::pair<std::string, Value>> values{};
-        bool again = false; // whoever has reported it reports it as added once more
+        bool remembered = false; // it is not in range: the platform knows it from before
+        bool again = false;      // whoever has reported it reports it as added once more
     };
 
     // One mutex guards all of it, and every Watching, WatcherRun and Operation besides. It is never held while a
@@ -56,8 +57,8 @@ namespace simulator
         std::unordered_map<std::string_view, Neighbour*> neighboursById;
         std::vector<std::shared_ptr<WatcherRun>> runs;
         std::vector<std::shared_ptr<Operation>> operations;
-        std::vector<std::shared_ptr<Subscription>> subscriptions;
-        std::vector<std::shared_ptr<Subscription>> telling; // those that are being told something
+        std::unordered_multimap<std::string, std::shared_ptr<Subscription>> subscriptions; // by subject
+        std::size_t telling = 0; // of these are being told something
     };
 
     // Made at first use, with the first scenario; never destroyed.

@@ -1,5 +1,6 @@
 #include "simulator/neighbourhood/RadioSwitch.h"
 
+#include "simulator/neighbourhood/Facet.h"
 #include "simulator/neighbourhood/Operation.h"
 #include "simulator/neighbourhood/Subscription.h"
 #include "simulator/neighbourhood/WatcherRun.h"
@@ -37,6 +38,10 @@ namespace simulator
         {
             for (auto const& run : neighbourhood.runs)
             {
+                if (NeedsPairing(run->watching->kind))
+                {
+                    continue; // the device tree needs no radio
+                }
                 neighbourhood.scenario.radio.offAborts ? Abort(*run) : Silence(*run);
             }
             EndPairings(neighbourhood);

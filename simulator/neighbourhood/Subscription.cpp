@@ -2,6 +2,8 @@
 
 #include "simulator/neighbourhood/Thread.h"
 
+#include <algorithm>
+
 namespace simulator
 {
     namespace
@@ -19,7 +21,7 @@ namespace simulator
                 lock.lock();
             }
             subscription->busy = false;
-            std::erase(neighbourhood.telling, subscription);
+            --neighbourhood.telling;
             neighbourhood.changed.notify_all();
         }
     } // namespace
@@ -29,7 +31,7 @@ namespace simulator
         auto& neighbourhood = TheNeighbourhood();
         std::lock_guard const lock(neighbourhood.mutex);
         subscription->generation = neighbourhood.generation;
-        neighbourhood.subscriptions.push_back(subscription);
+        neighbourhood.subscriptions.emplace(subscription->subject, subscription);
     }
 
     void Unsubscribe(std::shared_ptr<Subscription> const& subscription)
@@ -37,30 +39,33 @@ namespace simulator
         auto& neighbourhood = TheNeighbourhood();
         std::lock_guard const lock(neighbourhood.mutex);
         subscription->untold.clear();
-        std::erase(neighbourhood.subscriptions, subscription);
+        auto const [first, last] = neighbourhood.subscriptions.equal_range(subscription->subject);
+        auto const own = std::find_if(first, last, [&](auto const& one) { return one.second == subscription; });
+        if (own != last)
+        {
+            neighbourhood.subscriptions.erase(own);
+        }
     }
 
     void TellSubscribers(Neighbourhood& neighbourhood, Happening const& happening)
     {
-        for (auto const& subscription : neighbourhood.subscriptions)
+        auto const [first, last] = neighbourhood.subscriptions.equal_range(happening.id);
+        for (auto one = first; one != last; ++one)
         {
-            if (subscription->subject != happening.id)
-            {
-                continue;
-            }
+            auto const& subscription = one->second;
             subscription->untold.push_back(happening);
             if (!subscription->busy)
             {
                 OnOwnThread([subscription] { TellAll(subscription); });
                 subscription->busy = true;
-                neighbourhood.telling.push_back(subscription);
+                ++neighbourhood.telling;
             }
         }
     }
 
     void DropSubscriptions(Neighbourhood& neighbourhood)
     {
-        for (auto const& subscription : neighbourhood.subscriptions)
+        for (auto const& [subject, subscription] : neighbourhood.subscriptions)
         {
             subscription->untold.clear();
         }

@@ -39,6 +39,16 @@ namespace simulator
             }
         }
 
+        // The device comes at once, and is said not to be there.
+        void Remember(WatcherRun& run, Seen& seen, std::string const& id)
+        {
+            if (run.watching->kind == platform::DeviceInformationKind::AssociationEndpoint)
+            {
+                seen.properties[std::string(isPresentProperty)] = false;
+            }
+            Plan(run, std::chrono::milliseconds(0), Happening{.id = id, .remembered = true});
+        }
+
         // While the radio is off the platform still knows the devices that are paired.
         void PlanEndpoint(WatcherRun& run, Neighbour const& neighbour, bool isOnAir)
         {
@@ -62,12 +72,15 @@ namespace simulator
             }
             else if (isOnAir)
             {
+                if (paired && TheNeighbourhood().scenario.choices.pairedOutOfRange && !IsInRange(neighbour))
+                {
+                    Remember(run, seen, endpoint.id);
+                }
                 PlanComingAndGoing(run, neighbour);
             }
             else
             {
-                seen.properties["System.Devices.Aep.IsPresent"] = false;
-                Plan(run, std::chrono::milliseconds(0), Happening{endpoint.id, true, {}});
+                Remember(run, seen, endpoint.id);
                 return;
             }
             for (auto const& change : endpoint.changes)
@@ -158,7 +171,10 @@ namespace simulator
         {
             seen->second.moved = true;
         }
-        run.tasks.emplace_back(happening);
+        if (!run.silenced)
+        {
+            run.tasks.emplace_back(happening);
+        }
     }
 
     void CompleteEnumeration(WatcherRun& run)
@@ -173,6 +189,7 @@ namespace simulator
 
     void Silence(WatcherRun& run)
     {
+        run.silenced = true;
         std::erase_if(run.tasks, [](Task const& task) { return task.has_value(); });
         std::erase_if(run.schedule, [](TimedTask const& timed) { return timed.task.has_value(); });
     }
@@ -191,15 +208,20 @@ namespace simulator
             return {};
         }
         auto& seen = found->second;
+        auto const& choices = TheNeighbourhood().scenario.choices;
+        Properties changed;
         if (happening.inRange)
         {
             Move(run, seen, *happening.inRange);
             FindNeighbour(TheNeighbourhood(), happening.id)->sensed = happening.inRange;
+            if (choices.pairedOutOfRange)
+            {
+                Set(run, seen, std::string(isPresentProperty), *happening.inRange, changed);
+            }
         }
-        auto const& choices = TheNeighbourhood().scenario.choices;
+        seen.remembered = seen.remembered || happening.remembered;
         bool const completed = run.watching->status == DeviceWatcherStatus::EnumerationCompleted;
         bool const late = completed && !choices.lateEventsToAll;
-        Properties changed;
         if (seen.inRange)
         {
             Set(run, seen, std::string(lastSeenProperty), Now(), changed);
@@ -211,7 +233,9 @@ namespace simulator
         auto& parts = run.reported[seen.id];
         bool const before = parts > 0;
         parts -= seen.reported ? 1 : 0;
-        bool const there = NeedsPairing(run.watching->kind) ? seen.paired : seen.inRange && !seen.tooLate;
+        bool const isRemembered = seen.paired && (seen.remembered || choices.pairedOutOfRange);
+        bool const there =
+            NeedsPairing(run.watching->kind) ? seen.paired : isRemembered || (seen.inRange && !seen.tooLate);
         seen.reported = there && (seen.unfiltered || run.watching->filter.Matches(seen.properties));
         parts += seen.reported ? 1 : 0;
         if (completed && choices.silentAfterEnumeration)

@@ -16,7 +16,8 @@ namespace simulator
         Properties properties;
         bool paired = false;
         bool inRange = false;
-        bool tooLate = false; // it came after the enumeration, in a scenario where that is not reported
+        bool remembered = false; // from before the radio was off
+        bool tooLate = false;    // it came after the enumeration, in a scenario where that is not reported
         bool reported = false;
         bool unfiltered = false; // it counts as a match
         bool moved = false;      // by a verb: that replaces the scenario's times, which are passed over when due
@@ -46,6 +47,7 @@ namespace simulator
         bool stop = false;
         bool abort = false;
         bool cutOff = false;   // by a reset
+        bool silenced = false; // the radio is off: nothing but the completion still comes
         bool orphaned = false; // its watcher object is gone
     };
 

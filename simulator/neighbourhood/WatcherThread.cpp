@@ -112,11 +112,11 @@ namespace simulator
                 watching.status = run.stop ? DeviceWatcherStatus::Stopped : DeviceWatcherStatus::Aborted;
             }
             watching.run.reset();
-            bool const raises = !run.cutOff && (run.stop || TheNeighbourhood().scenario.choices.stoppedAfterAbort);
+            bool const quiet = !run.stop && !TheNeighbourhood().scenario.choices.stoppedAfterAbort;
             lock.unlock();
-            if (raises)
+            if (!run.cutOff)
             {
-                watching.listener(run.generation, {.event = Report::Event::Stopped});
+                watching.listener(run.generation, {.event = Report::Event::Stopped, .quiet = quiet});
             }
             lock.lock();
         }

@@ -23,6 +23,7 @@ namespace simulator
         Event event = Event::None;
         std::string id{};        // the device's: the endpoint's, where it is one
         Properties properties{}; // Added: all of them. Updated: those that changed, of those that the watcher shows
+        bool quiet = false;      // the program does not hear of it
         bool late = false;       // after the enumeration: for those who hear of Added, Updated and Removed
     };
 

@@ -5,7 +5,8 @@
 #include "simulator/objects/DeviceInformation.h"
 #include "simulator/objects/Errand.h"
 
-#include <algorithm>
+#include <optional>
+#include <unordered_map>
 
 namespace simulator
 {
@@ -17,32 +18,32 @@ namespace simulator
         struct Finds
         {
             std::mutex mutex;
-            std::vector<std::pair<std::string, Properties>> devices; // by identifier, in the order of their reports
-
-            std::pair<std::string, Properties>* Find(std::string const& id)
-            {
-                auto const found = std::ranges::find(devices, id, &std::pair<std::string, Properties>::first);
-                return found == devices.end() ? nullptr : &*found;
-            }
+            std::vector<std::optional<std::pair<std::string, Properties>>> devices; // as reported; none: it has gone
+            std::unordered_map<std::string, std::size_t> places;                    // there, by identifier
         };
 
         void Note(Finds& finds, std::vector<std::string> const& shown, Report const& report)
         {
             std::lock_guard const lock(finds.mutex);
-            auto* const known = finds.Find(report.id);
-            if (report.event == Report::Event::Removed)
+            auto const known = finds.places.find(report.id);
+            if (known == finds.places.end())
             {
-                std::erase_if(finds.devices, [&](auto const& device) { return device.first == report.id; });
+                if (report.event == Report::Event::Added)
+                {
+                    finds.places[report.id] = finds.devices.size();
+                    finds.devices.push_back(std::pair(report.id, Show(shown, report.properties)));
+                }
             }
-            else if (report.event == Report::Event::Added && !known)
+            else if (report.event == Report::Event::Removed)
             {
-                finds.devices.emplace_back(report.id, Show(shown, report.properties));
+                finds.devices[known->second].reset();
+                finds.places.erase(known);
             }
-            else if (report.event == Report::Event::Updated && known)
+            else if (report.event == Report::Event::Updated)
             {
                 for (auto const& [name, value] : report.properties)
                 {
-                    known->second.insert_or_assign(name, value);
+                    finds.devices[known->second]->second.insert_or_assign(name, value);
                 }
             }
         }
@@ -51,10 +52,13 @@ namespace simulator
         {
             std::vector<Ref<platform::IDeviceInformation>> devices;
             std::lock_guard const lock(finds.mutex);
-            for (auto const& [id, properties] : finds.devices)
+            for (auto const& device : finds.devices)
             {
-                devices.push_back(
-                    Ref<platform::IDeviceInformation>::Adopt(Make<DeviceInformation>(id, kind, properties).Detach()));
+                if (device)
+                {
+                    auto made = Make<DeviceInformation>(device->first, kind, device->second);
+                    devices.push_back(Ref<platform::IDeviceInformation>::Adopt(made.Detach()));
+                }
             }
             return MakeDeviceCollection(std::move(devices));
         }

@@ -96,7 +96,7 @@ namespace simulator
 
     // Calls the handlers that were registered when the event came up, with no lock held. A handler that is
     // removed meanwhile may still be called once, as on Windows. `begin` gives a Ref to the sender, null when
-    // the sender is gone; `arguments` makes the second argument for each handler.
+    // the sender is gone; `arguments` makes the second argument, one for all handlers.
     template <typename Handler, typename Begin, typename Arguments>
     void Raise(EventSource<Handler>& source, std::uint64_t generation, std::string_view event, std::string const& trace,
                Begin begin, Arguments arguments)
@@ -112,6 +112,7 @@ namespace simulator
         {
             return;
         }
+        decltype(arguments()) second;
         for (auto const& [token, handler] : handlers)
         {
             TraceEvent(event, trace); // even when it is held now: so a test sees that the event is in flight
@@ -119,7 +120,10 @@ namespace simulator
             {
                 return;
             }
-            auto const second = arguments();
+            if (!second)
+            {
+                second = arguments();
+            }
             HRESULT const code = handler->Invoke(sender.Get(), second.Get());
             if (FAILED(code))
             {

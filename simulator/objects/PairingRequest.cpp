@@ -21,8 +21,13 @@ namespace simulator
             // Once only: a second Complete is the program's error.
             HRESULT STDMETHODCALLTYPE Complete() override
             {
-                return Call("Deferral.Complete", m_operation->id,
-                            [&](std::string&) { return Finish() ? S_OK : illegalMethodCall; });
+                return Call("Deferral.Complete", m_operation->id, [&](std::string&) {
+                    if (IsLostHere())
+                    {
+                        return m_finished.exchange(true) ? illegalMethodCall : S_OK;
+                    }
+                    return Finish() ? S_OK : illegalMethodCall;
+                });
             }
 
             HRESULT STDMETHODCALLTYPE Close() override
@@ -37,6 +42,18 @@ namespace simulator
             char const* ClassName() const noexcept override
             {
                 return "Windows.Foundation.Deferral";
+            }
+
+            // From a single-threaded apartment the platform accepts the call, and the pairing hangs.
+            static bool IsLostHere()
+            {
+                APTTYPE type{};
+                APTTYPEQUALIFIER qualifier{};
+                bool const isSta = SUCCEEDED(CoGetApartmentType(&type, &qualifier)) &&
+                                   (type == APTTYPE_STA || type == APTTYPE_MAINSTA);
+                auto& neighbourhood = TheNeighbourhood();
+                std::lock_guard const lock(neighbourhood.mutex);
+                return isSta && neighbourhood.scenario.choices.staDeferralsHang;
             }
 
             bool Finish()

@@ -28,6 +28,10 @@ namespace simulator
         // The platform reports what comes after the enumeration to programs that have asked for all that may come.
         bool IsWanted(WatcherEvents& events, Report const& report)
         {
+            if (report.quiet)
+            {
+                return false;
+            }
             return !report.late || (!events.added.IsEmpty() && !events.updated.IsEmpty() && !events.removed.IsEmpty());
         }
     } // namespace

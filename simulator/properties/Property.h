@@ -66,6 +66,7 @@ namespace simulator
     // Those that decide what a pairing does, and what it changes.
     inline constexpr std::string_view isPairedProperty = "System.Devices.Aep.IsPaired";
     inline constexpr std::string_view isConnectedProperty = "System.Devices.Aep.IsConnected";
+    inline constexpr std::string_view isPresentProperty = "System.Devices.Aep.IsPresent";
     inline constexpr std::string_view canPairProperty = "System.Devices.Aep.CanPair";
 
     inline constexpr std::string_view lastSeenProperty = "System.Devices.Aep.Bluetooth.LastSeenTime";

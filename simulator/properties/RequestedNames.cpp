@@ -53,6 +53,10 @@ namespace simulator
         }
         platform::IIterator<HSTRING>* first = nullptr;
         requested.code = list->First(&first);
+        if (SUCCEEDED(requested.code) && !first)
+        {
+            requested.code = E_POINTER;
+        }
         auto const iterator = Ref<platform::IIterator<HSTRING>>::Adopt(first);
         boolean more = false;
         if (SUCCEEDED(requested.code))

@@ -153,7 +153,10 @@ namespace simulator
                 {
                     if (term.link == Expression::Link::Or)
                     {
-                        kind.reset(); // neither side of it is required
+                        if (kind != RequiredKind(term))
+                        {
+                            kind.reset(); // neither side of it is required
+                        }
                     }
                     else if (!kind)
                     {

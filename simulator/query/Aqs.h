@@ -3,7 +3,7 @@
 //
 // Settled here where the platform leaves it open:
 // - Whether a text contains another does not depend on the case of ASCII letters. Other comparisons of texts are exact.
-// - A property without a value equals null alone, so it differs from every other operand.
+// - A property without a value equals null alone, and no other comparison with it holds.
 #pragma once
 
 #include "simulator/properties/Property.h"

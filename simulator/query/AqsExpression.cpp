@@ -78,7 +78,7 @@ namespace simulator::aqs
         case Operator::Equal:
             return Equal(value, operand);
         case Operator::NotEqual:
-            return !Equal(value, operand);
+            return (value != Value{} || operand == Value{}) && !Equal(value, operand);
         case Operator::Less:
             return Compare(value, operand, std::less<>());
         case Operator::LessOrEqual:

@@ -91,6 +91,11 @@ namespace simulator
             endpoint.properties["System.Devices.Aep.AepId"] = endpoint.id;
             endpoint.properties["System.Devices.Aep.DeviceAddress"] = endpoint.address;
             endpoint.properties["System.Devices.Aep.ProtocolId"] = Guid{std::string(traits.protocolId)};
+            if (traits.protocol == Protocol::Le)
+            {
+                constexpr std::uint8_t publicAddress = 0;
+                endpoint.properties.try_emplace("System.Devices.Aep.Bluetooth.Le.AddressType", publicAddress);
+            }
             if (!HasPin(endpoint.pairing.kind))
             {
                 endpoint.pairing.pin.clear();

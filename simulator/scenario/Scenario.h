@@ -107,6 +107,8 @@ namespace simulator
         std::int32_t outOfRangeStatus = 19; // DevicePairingResultStatus: Failed
         std::int32_t wrongPinStatus = 9;    // AuthenticationFailure
         bool pairedCanPair = true;
+        bool pairedOutOfRange = false; // watchers report what is paired wherever it is, and say whether it is present
+        bool staDeferralsHang = true;  // completed on a thread of a single-threaded apartment
         bool stoppedAfterAbort = true;
         bool lateEventsToAll = false; // also to those who hear of one or two of Added, Updated and Removed alone
         bool silentAfterEnumeration = false;

@@ -9,6 +9,8 @@ namespace simulator
         reader.ReadNumber("out-of-range-status", names::pairingStatuses, choices.outOfRangeStatus);
         reader.ReadNumber("wrong-pin-status", names::pairingStatuses, choices.wrongPinStatus);
         reader.Read("paired-can-pair", choices.pairedCanPair);
+        reader.Read("paired-out-of-range", choices.pairedOutOfRange);
+        reader.Read("sta-deferrals-hang", choices.staDeferralsHang);
         reader.Read("stopped-after-abort", choices.stoppedAfterAbort);
         reader.Read("late-events-to-all", choices.lateEventsToAll);
         reader.Read("silent-after-enumeration", choices.silentAfterEnumeration);

@@ -237,6 +237,26 @@ TEST_F(BluetoothDevice, LeavesNothingBehind)
     EXPECT_EQ(SimulatorLiveObjects(), before);
 }
 
+TEST_F(BluetoothDevice, MayBeAccessed)
+{
+    auto const device = LeDevice(mouse).As<IBluetoothLEDevice3>();
+    EXPECT_EQ(ValueOf<DeviceAccessStatus>([&](auto** to) { return device->RequestAccessAsync(to); }),
+              DeviceAccessStatus::Allowed);
+    auto const classic = ClassicDevice(speaker).As<IBluetoothDevice3>();
+    EXPECT_EQ(ValueOf<DeviceAccessStatus>([&](auto** to) { return classic->RequestAccessAsync(to); }),
+              DeviceAccessStatus::Allowed);
+}
+
+TEST_F(BluetoothDevice, KeepsOneInformation)
+{
+    auto const device = LeDevice(mouse).As<IBluetoothLEDevice2>();
+    Com<IDeviceInformation> first;
+    Com<IDeviceInformation> second;
+    ASSERT_EQ(device->get_DeviceInformation(first.Put()), S_OK);
+    ASSERT_EQ(device->get_DeviceInformation(second.Put()), S_OK);
+    EXPECT_EQ(first.Get(), second.Get()) << "a handler of its pairing is found again";
+}
+
 TEST_F(BluetoothDevice, SaysThatItHasNoServices)
 {
     auto const device = LeDevice(mouse);
@@ -245,7 +265,6 @@ TEST_F(BluetoothDevice, SaysThatItHasNoServices)
     EXPECT_EQ(result, nullptr);
     EXPECT_EQ(device->GetGattService({}, &result), E_NOTIMPL);
     auto const device3 = device.As<IBluetoothLEDevice3>();
-    EXPECT_EQ(device3->RequestAccessAsync(&result), E_NOTIMPL);
     EXPECT_EQ(device3->GetGattServicesForUuidWithCacheModeAsync({}, 0, &result), E_NOTIMPL);
     EXPECT_EQ(device3->GetGattServicesAsync(nullptr), E_POINTER);
     auto const classic = ClassicDevice(speaker);

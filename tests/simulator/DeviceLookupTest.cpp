@@ -125,3 +125,25 @@ TEST_F(DeviceLookup, LeavesNothingBehind)
     LookUp(lamp);
     EXPECT_EQ(SimulatorLiveObjects(), 0u);
 }
+
+TEST_F(DeviceLookup, FindsNothingWithoutAnAdapter)
+{
+    Load("[adapter]\npresent = false\n" + Room());
+    EXPECT_FALSE(LookUp(mouse));
+}
+
+TEST_F(DeviceLookup, RemembersWhatIsPairedWhileTheRadioIsOff)
+{
+    Load(Room({}, {}, "enumeration-completes-ms = 0\n[radio]\nstate = 'Off'"));
+    EXPECT_FALSE(LookUp(speaker));
+    auto const device = LookUp(mouse, {"System.Devices.Aep.IsPresent"});
+    ASSERT_TRUE(device);
+}
+
+TEST_F(DeviceLookup, DoesNotKnowWhatHasYetToCome)
+{
+    Load(Room("appears-ms = 60000\n"));
+    EXPECT_FALSE(LookUp(speaker));
+    ASSERT_EQ(SimulateDeviceAppears(speaker), 1);
+    EXPECT_TRUE(LookUp(speaker));
+}

@@ -167,6 +167,31 @@ TEST_F(DeviceSearch, FailsWhenItIsAborted)
     EXPECT_EQ(operation->GetResults(devices.Put()), E_ABORT);
 }
 
+TEST_F(DeviceSearch, FailsWhenItIsAbortedWithoutAWord)
+{
+    Load(Room({}, {}, std::string(pending) + "\n[platform]\nstopped-after-abort = false"));
+    auto const operation = FindAll();
+    SimulateWatchersAbort();
+    ASSERT_TRUE(WaitIdle());
+    EXPECT_EQ(StatusOf(operation), AsyncStatus::Error);
+}
+
+TEST_F(DeviceSearch, LooksForTheKindThatTheFilterNames)
+{
+    constexpr auto endpoints = "System.Devices.DevObjectType:=5 AND ";
+    auto const any = std::string("(") + endpoints + pairedOnly + ") OR (" + endpoints + leOnly + ")";
+    for (auto const& filter : {endpoints + std::string(pairedOnly), any})
+    {
+        Com<DevicesOperation> operation;
+        ASSERT_EQ(Statics()->FindAllAsyncAqsFilter(String(filter).Get(), operation.Put()), S_OK);
+        EXPECT_THAT(IdsOf(operation), ElementsAre(mouse)) << filter;
+        ASSERT_EQ(
+            Statics()->FindAllAsyncAqsFilterAndAdditionalProperties(String(filter).Get(), nullptr, operation.Put()),
+            S_OK);
+        EXPECT_THAT(IdsOf(operation), ElementsAre(mouse)) << filter;
+    }
+}
+
 TEST_F(DeviceSearch, FindsTheSameByManyThreads)
 {
     Load(Room({}, "[[device.change]]\nat-ms = 0\nproperty = \"System.ItemNameDisplay\"\nvalue = \"Rat\"\n",

@@ -1,6 +1,10 @@
 // A program that takes its time to answer a pairing request.
 #include "tests/simulator/CeremonyClient.h"
+#include "tests/support/Patience.h"
 
+#include <roapi.h>
+
+#include <future>
 #include <thread>
 
 using namespace test;
@@ -112,4 +116,58 @@ TEST_F(PairingDeferral, DoesNotKeepTheDeviceFromGivingUp)
     EXPECT_EQ(Pairer::Outcome(operation), Number(Status::AuthenticationTimeout));
     EXPECT_EQ(deferral->Complete(), S_OK);
     ASSERT_TRUE(WaitIdle());
+}
+
+TEST_F(PairingDeferral, CompletedInASingleThreadedApartmentIsLost)
+{
+    LoadPairing("duration-ms = 0");
+    Com<IDeferral> deferral;
+    Pairer pairer(speaker, [&](auto* request) {
+        request->GetDeferral(deferral.Put());
+        request->Accept();
+    });
+    auto const operation = pairer.Begin();
+    ASSERT_TRUE(WaitIdle());
+    std::thread([&] {
+        ASSERT_HRESULT_SUCCEEDED(RoInitialize(RO_INIT_SINGLETHREADED));
+        EXPECT_EQ(deferral->Complete(), S_OK);
+        EXPECT_EQ(deferral->Complete(), illegalMethodCall);
+        RoUninitialize();
+    }).join();
+    ASSERT_TRUE(WaitIdle());
+    EXPECT_EQ(StatusOf(operation), AsyncStatus::Started);
+    ASSERT_EQ(SimulatePairingCompletes(speaker, 0), 1);
+    EXPECT_EQ(Pairer::Outcome(operation), Number(Status::Paired));
+}
+
+TEST_F(PairingDeferral, CompletedInASingleThreadedApartmentMayBeKept)
+{
+    Load(Room("[device.pairing]\nduration-ms = 0\n", {},
+              "enumeration-completes-ms = 0\n[platform]\nsta-deferrals-hang = false"));
+    Com<IDeferral> deferral;
+    Pairer pairer(speaker, [&](auto* request) {
+        request->GetDeferral(deferral.Put());
+        request->Accept();
+    });
+    auto const operation = pairer.Begin();
+    ASSERT_TRUE(WaitIdle());
+    std::thread([&] {
+        ASSERT_HRESULT_SUCCEEDED(RoInitialize(RO_INIT_SINGLETHREADED));
+        EXPECT_EQ(deferral->Complete(), S_OK);
+        RoUninitialize();
+    }).join();
+    EXPECT_EQ(Pairer::Outcome(operation), Number(Status::Paired));
+}
+
+TEST_F(PairingDeferral, IsNotNeededByAHandlerThatWaitsForTheCaller)
+{
+    LoadPairing("duration-ms = 0");
+    std::promise<void> begun;
+    Pairer pairer(speaker, [&](auto* request) {
+        EXPECT_EQ(begun.get_future().wait_for(patience), std::future_status::ready);
+        request->Accept();
+    });
+    auto const operation = pairer.Begin();
+    begun.set_value();
+    EXPECT_EQ(Pairer::Outcome(operation), Number(Status::Paired));
 }

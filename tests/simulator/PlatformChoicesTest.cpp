@@ -333,3 +333,19 @@ TEST_F(Choices, AnEventMayReachAHandlerThatIsRemoved)
     ASSERT_TRUE(WaitIdle());
     EXPECT_EQ(calls, 1) << "the first was on its way, the second not yet";
 }
+
+TEST_F(Choices, WhatIsPairedMayBeListedWhereverItIs)
+{
+    Load(Room({}, "appears-ms = 'never'\n[device.unpairing]\nduration-ms = 0\n", With("paired-out-of-range = true")));
+    auto const watcher = MakeWatcher(pairedOnly, {"System.Devices.Aep.IsPresent"});
+    Recorder recorder(watcher);
+    watcher->Start();
+    EXPECT_THAT(recorder.Heard(), ElementsAre(addedMouse, completed));
+    auto const present = std::string("Updated ") + mouse + " System.Devices.Aep.IsPresent";
+    ASSERT_EQ(SimulateDeviceAppears(mouse), 1);
+    EXPECT_THAT(recorder.Heard(), ElementsAre(present));
+    ASSERT_EQ(SimulateDeviceLeaves(mouse), 1);
+    EXPECT_THAT(recorder.Heard(), ElementsAre(present));
+    EXPECT_EQ(UnpairOutcome(BeginUnpair(FindDevice(mouse))), 0);
+    EXPECT_THAT(recorder.Heard(), ElementsAre(std::string("Removed ") + mouse));
+}

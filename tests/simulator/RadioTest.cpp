@@ -168,3 +168,17 @@ TEST_F(Radio, LeavesNothingBehind)
     }
     EXPECT_EQ(SimulatorLiveObjects(), before);
 }
+
+TEST_F(Radio, OffLeavesWatchersOfTheDeviceTreeAlone)
+{
+    Com<IDeviceWatcher> watcher;
+    ASSERT_EQ(TryMakeWatcher({}, {}, watcher, DeviceInformationKind::Device), S_OK);
+    auto const endpoints = MakeWatcher();
+    watcher->Start();
+    endpoints->Start();
+    ASSERT_TRUE(WaitIdle());
+    ASSERT_EQ(SimulateRadioState(2), 1);
+    ASSERT_TRUE(WaitIdle());
+    EXPECT_EQ(StatusOf(watcher), DeviceWatcherStatus::EnumerationCompleted);
+    EXPECT_EQ(StatusOf(endpoints), DeviceWatcherStatus::Aborted);
+}

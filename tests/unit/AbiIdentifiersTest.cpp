@@ -121,9 +121,6 @@ namespace
     std::string const radioAccess = "enum(Windows.Devices.Radios.RadioAccessStatus;i4)";
     std::string const deviceAccess = "enum(Windows.Devices.Enumeration.DeviceAccessStatus;i4)";
 
-    // Those that nobody here declares are recomputed all the same: they show that the computation is right.
-    constexpr GUID const* undeclared = nullptr;
-
     struct Parameterised
     {
         std::string_view identifier;
@@ -274,8 +271,10 @@ namespace
          &iid_of<IAsyncOperation<RadioAccessStatus>>},
         {"BD248E73-F05F-574C-AE3D-9B95C4BF282A", Generic(completedHandler, {radioAccess}),
          &iid_of<AsyncOperationCompletedHandler<RadioAccessStatus>>},
-        {"C00BC2F2-A7F8-5F3F-80D1-2808EF6BCA10", Generic(asyncOperation, {deviceAccess}), undeclared},
-        {"EE154D83-805B-53E8-8469-90715036D013", Generic(completedHandler, {deviceAccess}), undeclared},
+        {"C00BC2F2-A7F8-5F3F-80D1-2808EF6BCA10", Generic(asyncOperation, {deviceAccess}),
+         &iid_of<IAsyncOperation<DeviceAccessStatus>>},
+        {"EE154D83-805B-53E8-8469-90715036D013", Generic(completedHandler, {deviceAccess}),
+         &iid_of<AsyncOperationCompletedHandler<DeviceAccessStatus>>},
         {"DB56CE1C-5E9F-5138-9227-B1A66D60BC1B", Generic(typedEventHandler, {bluetoothDevice, object}),
          &iid_of<BluetoothDeviceHandler>},
         {"A90661E2-372E-5D1E-BBBB-B8A2CE0E7C4D", Generic(typedEventHandler, {bluetoothLEDevice, object}),

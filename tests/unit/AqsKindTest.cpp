@@ -31,6 +31,9 @@ namespace
         {"System.Devices.DevObjectType:=5 OR "
          "System.Devices.Aep.Bluetooth.IssueInquiry:=System.StructuredQueryType.Boolean#True",
          5},
+        {"(System.Devices.DevObjectType:=5 AND System.ItemNameDisplay:=x) OR "
+         "(System.Devices.DevObjectType:=5 AND System.ItemNameDisplay:=y)",
+         5},
         {"System.Devices.DevObjectType:=5 AND System.Devices.DevObjectType:=7", 5}, // of which there is none
     };
 
@@ -44,6 +47,7 @@ namespace
         {"System.Devices.DevObjectType:<=5", {}},
         {"System.Devices.DevObjectType:=[]", {}},
         {"System.Devices.DevObjectType:=5 OR System.ItemNameDisplay:=x", {}},
+        {"System.Devices.DevObjectType:=5 OR System.Devices.DevObjectType:=1", {}},
         {"System.ItemNameDisplay:=x OR System.Devices.DevObjectType:=5", {}},
         {"System.Devices.DevObjectType:=5 AND System.ItemNameDisplay:=x OR System.ItemNameDisplay:=y", {}},
         {"System.ItemNameDisplay:=x AND (System.Devices.DevObjectType:=5 OR System.ItemNameDisplay:=y)", {}},

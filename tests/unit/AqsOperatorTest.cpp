@@ -76,7 +76,7 @@ namespace
         {"System.Devices.Aep.ModelName:<>[]", false},   {"System.Devices.Aep.ModelName:NOT[]", false},
         {"System.Devices.Aep.ContainerId:=[]", true}, // not there at all
         {"System.ItemNameDisplay:=[]", false},          {"System.ItemNameDisplay:-[]", true},
-        {R"(System.Devices.Aep.ModelName:="")", false}, {R"(System.Devices.Aep.ModelName:<>"x")", true},
+        {R"(System.Devices.Aep.ModelName:="")", false}, {R"(System.Devices.Aep.ModelName:<>"x")", false},
     };
 
     constexpr Case guid[] = {

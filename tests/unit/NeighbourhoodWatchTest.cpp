@@ -74,7 +74,7 @@ TEST(NeighbourhoodWatch, ForContainersFindsOneOfBothProtocols)
     Live("protocols = ['classic', 'le']\nleaves-ms = 2");
     Watcher watcher("", {}, platform::DeviceInformationKind::AssociationEndpointContainer);
     ASSERT_EQ(watcher.Start(), WatchAnswer::Done);
-    constexpr char container[] = "{3c6f9a52-71d4-5e8b-a0c7-000000000001}";
+    constexpr char container[] = "{6f9d2e3b-41c7-5a08-9b6e-000000000001}";
     EXPECT_THAT(watcher.ToldUpTo(Removed(container)), ElementsAre(Added(container), "completed", Removed(container)));
 }
 
