@@ -1,0 +1,76 @@
+#include "bench/Clients.h"
+#include "bench/Comparison.h"
+#include "bench/Neighbourhood.h"
+#include "bench/Rows.h"
+#include "bench/Stamps.h"
+#include "simulator/VorlinkSimulator.h"
+
+#include <chrono>
+#include <stdexcept>
+#include <thread>
+
+namespace bench
+{
+    namespace
+    {
+        constexpr std::int64_t neighbours = 10;
+
+        void MoveLast(bool (*verb)(char const*))
+        {
+            if (!verb(IdentifierOf(neighbours - 1).c_str()))
+            {
+                throw std::runtime_error(SimulatorLastError());
+            }
+        }
+
+        // The client has seen the others by then, and waits.
+        Course PairLateComer(Client const& client)
+        {
+            auto const course = Pair(client, neighbours - 1, [] {
+                std::this_thread::sleep_for(std::chrono::milliseconds(5));
+                MoveLast([](char const* id) { return SimulateDeviceAppears(id) != 0; });
+            });
+            MoveLast([](char const* id) { return SimulateDeviceLeaves(id) != 0; });
+            Settle();
+            return course;
+        }
+
+        void MeasureLateComer(benchmark::State& state, Client const& reference, double (*span)(Course const&))
+        {
+            (void)TheStamps();
+            LoadWaitingNeighbourhood(neighbours);
+            Events const events;
+            auto const library = LibraryClient();
+            Compare(
+                state, [&] { return span(PairLateComer(reference)); }, [&] { return span(PairLateComer(library)); },
+                true);
+        }
+
+        double ToRequest(Course const& course)
+        {
+            return SecondsBetween(course.event, course.request);
+        }
+
+        double ToReport(Course const& course)
+        {
+            return SecondsBetween(course.completed, course.reported);
+        }
+    } // namespace
+
+    void AddPairings(Plan const& plan)
+    {
+        constexpr int repetitions = 7;
+        std::int64_t const rounds = plan.quick ? 2 : 100;
+        using Reading = BareClient::Reading;
+        plan.Row("event to request", repetitions,
+                 [](benchmark::State& state) { MeasureLateComer(state, PlainClient(), ToRequest); })
+            ->Iterations(rounds);
+        plan.Row(
+                "event to request/same calls", repetitions,
+                [](benchmark::State& state) { MeasureLateComer(state, PlainClient(Reading::AsTheLibrary), ToRequest); })
+            ->Iterations(rounds);
+        plan.Row("completion to callback", repetitions,
+                 [](benchmark::State& state) { MeasureLateComer(state, PlainClient(), ToReport); })
+            ->Iterations(rounds);
+    }
+} // namespace bench
