@@ -10,7 +10,6 @@
 #include <mutex>
 #include <stdexcept>
 #include <string>
-#include <thread>
 
 namespace bench
 {
@@ -67,21 +66,12 @@ namespace bench
         };
     }
 
-    Course Pair(Client const& client, std::int64_t index, std::function<void()> const& meanwhile)
+    Course Pair(Client const& client, std::int64_t index)
     {
         auto const& stamps = TheStamps();
-        std::thread beside;
         Course course;
         course.begun = Clock::now();
-        if (meanwhile)
-        {
-            beside = std::thread(meanwhile);
-        }
         client(index);
-        if (beside.joinable())
-        {
-            beside.join();
-        }
         Complete(IdentifierOf(index));
         WaitForReport();
         course.event = stamps.event;

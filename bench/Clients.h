@@ -24,6 +24,5 @@ namespace bench
     };
 
     // One pairing, which the endpoint refuses: a success would set the library to learn the device's other side.
-    // `meanwhile` runs on a thread of its own, when the client may be waiting for the endpoint.
-    Course Pair(Client const& client, std::int64_t index, std::function<void()> const& meanwhile = nullptr);
+    Course Pair(Client const& client, std::int64_t index);
 } // namespace bench

@@ -29,7 +29,7 @@ namespace bench
         // A large neighbourhood takes its time by itself; a small one is looked into often.
         std::int64_t RoundsFor(std::int64_t count)
         {
-            return count >= 10'000 ? 1 : count >= 1'000 ? 5 : 25;
+            return count >= 10'000 ? 1 : count >= 1'000 ? 3 : 25;
         }
     } // namespace
 
@@ -37,7 +37,7 @@ namespace bench
     {
         for (auto const count : plan.Sizes(1, 100'000))
         {
-            int const repetitions = count >= 100'000 ? 9 : 15;
+            int const repetitions = count >= 100'000 ? 5 : 11;
             plan.Row("lookup/" + std::to_string(count), repetitions,
                      [count](benchmark::State& state) { MeasureLookup(state, count); })
                 ->Iterations(plan.quick ? 1 : RoundsFor(count));

@@ -9,7 +9,8 @@ namespace bench
     // As many Classic endpoints, all in range, that agree to a pairing when they are told to.
     void LoadNeighbourhood(std::int64_t count);
 
-    // The same, but the last one waits to be brought into range, and enumeration never completes by itself.
+    // The same, but the last one comes into range when a watcher has been running for a while, and enumeration never
+    // completes.
     void LoadWaitingNeighbourhood(std::int64_t count);
 
     std::string NameOf(std::int64_t index);

@@ -3,37 +3,12 @@
 #include "bench/Neighbourhood.h"
 #include "bench/Rows.h"
 #include "bench/Stamps.h"
-#include "simulator/VorlinkSimulator.h"
-
-#include <chrono>
-#include <stdexcept>
-#include <thread>
 
 namespace bench
 {
     namespace
     {
         constexpr std::int64_t neighbours = 10;
-
-        void MoveLast(bool (*verb)(char const*))
-        {
-            if (!verb(IdentifierOf(neighbours - 1).c_str()))
-            {
-                throw std::runtime_error(SimulatorLastError());
-            }
-        }
-
-        // The client has seen the others by then, and waits.
-        Course PairLateComer(Client const& client)
-        {
-            auto const course = Pair(client, neighbours - 1, [] {
-                std::this_thread::sleep_for(std::chrono::milliseconds(5));
-                MoveLast([](char const* id) { return SimulateDeviceAppears(id) != 0; });
-            });
-            MoveLast([](char const* id) { return SimulateDeviceLeaves(id) != 0; });
-            Settle();
-            return course;
-        }
 
         void MeasureLateComer(benchmark::State& state, Client const& reference, double (*span)(Course const&))
         {
@@ -42,8 +17,8 @@ namespace bench
             Events const events;
             auto const library = LibraryClient();
             Compare(
-                state, [&] { return span(PairLateComer(reference)); }, [&] { return span(PairLateComer(library)); },
-                true);
+                state, [&] { return span(Pair(reference, neighbours - 1)); },
+                [&] { return span(Pair(library, neighbours - 1)); }, true);
         }
 
         double ToRequest(Course const& course)
