@@ -43,6 +43,28 @@ TEST(SplitText, DelimiterIsAPattern)
     EXPECT_THAT(SplitText("a1b22c", "[0-9]+"), ElementsAre("a", "b", "c"));
 }
 
+// One that stands for itself is split by without the pattern's machinery.
+TEST(SplitText, DelimiterWithoutAMeaningSplitsAsThePatternOfIt)
+{
+    constexpr std::string_view letters = "&-a:";
+    constexpr std::size_t texts = 4 * 4 * 4 * 4 * 4;
+    for (std::size_t text = 0; text < texts; ++text)
+    {
+        std::string written;
+        for (auto rest = text; rest != 0; rest /= letters.size())
+        {
+            written += letters[rest % letters.size()];
+        }
+        EXPECT_EQ(SplitText(written, "&"), SplitText(written, "[&]")) << written;
+        EXPECT_EQ(SplitText(written, "-a"), SplitText(written, "-[a]")) << written;
+    }
+}
+
+TEST(SplitText, ADelimiterOfNothingIsAPatternToo)
+{
+    EXPECT_EQ(SplitText("ab", ""), SplitText("ab", "()"));
+}
+
 TEST(SplitText, MalformedPatternIsToldOnStandardOutputAndGivesNothing)
 {
     testing::internal::CaptureStdout();
