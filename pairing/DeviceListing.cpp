@@ -23,12 +23,12 @@ namespace vorlink
     void ReadListing(std::istream& listing, std::ostream& echo, ListingEvents const& events)
     {
         std::string description; // of the latest identifier, echoed again behind every later line
+        std::string echoed;      // in one piece: others print too
         for (std::string line; ReadTextLine(listing, line);)
         {
             if (!line.empty())
             {
-                // In one piece: others print too.
-                echo << std::string(line).append("\n").append(description).append("\n");
+                echo << echoed.assign(line).append("\n").append(description).append("\n");
             }
             if (!Contains(line, leInstance))
             {
@@ -39,7 +39,7 @@ namespace vorlink
             {
                 description.clear(); // the listing ends here: the device goes without one
             }
-            echo << std::string(description).append("\n");
+            echo << echoed.assign(description).append("\n");
             if (Contains(description, leDescription))
             {
                 auto const pieces = SplitText(line, "&");
