@@ -5,9 +5,9 @@
 #include "pairing/Enumeration.h"
 #include "pairing/Guarded.h"
 #include "pairing/LeData.h"
+#include "pairing/SystemLock.h"
 
 #include <atomic>
-#include <condition_variable>
 #include <deque>
 #include <mutex>
 #include <string>
@@ -48,8 +48,8 @@ namespace vorlink
         std::mutex leDataMutex; // guards leDataMap
         std::mutex leFileMutex; // held while the store's file is read or written: saves do not overtake each other
 
-        std::mutex completionMutex; // guards deviceQueue and, but for that, enumerationFinished
-        std::condition_variable completionSignal;
+        SystemLock completionMutex; // guards deviceQueue and, but for that, enumerationFinished
+        SystemSignal completionSignal;
         // Guards enumerationCancelled and each object's discoveryWatcher, and serialises the starts of runs.
         std::mutex enumerationMutex;
         std::mutex currentDeviceMutex; // guards each object's currentDevice, for a copy or a replacement

@@ -13,7 +13,8 @@
 
 namespace test
 {
-    inline bool IsFree(std::mutex& mutex)
+    template <typename Mutex>
+    bool IsFree(Mutex& mutex)
     {
         std::unique_lock const lock(mutex, std::try_to_lock);
         return lock.owns_lock();
@@ -49,7 +50,10 @@ namespace test
     {
         auto& library = vorlink::Library();
         std::lock_guard const gate(library.enumerationMutex);
-        library.completionSignal.notify_one();
+        {
+            std::lock_guard const lock(library.completionMutex);
+            library.completionSignal.notify_one();
+        }
         WaitForTakerAtTheGate();
     }
 

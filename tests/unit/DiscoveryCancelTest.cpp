@@ -33,7 +33,10 @@ TEST(DiscoveryCancel, IsToldToTheWaitingTakerWhenItWakes)
     enumeration::DeviceInformation slot{nullptr};
     auto taker = WaitingTaker(slot);
     Cancel();
-    Library().completionSignal.notify_one();
+    {
+        std::lock_guard const lock(Library().completionMutex);
+        Library().completionSignal.notify_one();
+    }
     EXPECT_EQ(Result(taker), 2);
 }
 

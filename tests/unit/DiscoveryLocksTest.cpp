@@ -23,7 +23,8 @@ namespace
 {
     // A handler that asks, while it is being removed, whether a lock is free: on a thread of its own, for the
     // asking one may be the lock's holder.
-    auto HandlerAskingWhenRemoved(std::mutex& mutex, std::vector<bool>& answers)
+    template <typename Mutex>
+    auto HandlerAskingWhenRemoved(Mutex& mutex, std::vector<bool>& answers)
     {
         std::shared_ptr<void> const asking(nullptr, [&](void*) {
             answers.push_back(std::async(std::launch::async, [&] { return IsFree(mutex); }).get());
