@@ -56,8 +56,9 @@ namespace vorlink
             auto const pairing = device.Pairing();
             bool const isPaired = pairing.IsPaired();
             bool const canPair = pairing.CanPair();
+            winrt::hstring const id = device.Id();
             VORLINK_LOG(lines.state, function, "%s id is: %s  ,pair status : %d , isPaired is:  %d",
-                        le ? "BLE   " : "CLassic", NarrowText(device.Id(), CodePage::Utf8).c_str(), canPair, isPaired);
+                        le ? "BLE   " : "CLassic", NarrowText(id, CodePage::Utf8).c_str(), canPair, isPaired);
         }
 
         // An unpairing's LE side uses the object's slot while the host calls again: each lookup has references of its

@@ -9,6 +9,13 @@ namespace vorlink
     inline constexpr char sourcePath[] = R"(pairing\SubVorlink)";
 } // namespace vorlink
 
-// VORLINK_LOG(line, function, format, ...). A macro so that the compiler checks format and arguments.
+// VORLINK_LOG(line, function, format, ...). A macro so that the compiler checks format and arguments, and so that the
+// arguments are made for a record alone: what must happen without a log, a call of the platform say, is none of them.
 #define VORLINK_LOG(line, function, ...)                                                                               \
-    ::vorlink::WriteLog(::vorlink::Library().logEnabled, ::vorlink::sourcePath, line, function, __VA_ARGS__)
+    do                                                                                                                 \
+    {                                                                                                                  \
+        if (bool const enabled = ::vorlink::Library().logEnabled)                                                      \
+        {                                                                                                              \
+            ::vorlink::WriteLog(enabled, ::vorlink::sourcePath, line, function, __VA_ARGS__);                          \
+        }                                                                                                              \
+    } while (false)

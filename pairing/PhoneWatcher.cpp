@@ -130,9 +130,9 @@ namespace vorlink
                 throw;
             }
             EndStop(PhoneWatch::Idle);
+            auto const size = static_cast<int>(library.IosDeviceList.Size());
             // The message says "entry" although it comes last; readers of the log go by it.
-            VORLINK_LOG(87, "StopIosWatcher", "entry StopIosWatcher  %d ",
-                        static_cast<int>(library.IosDeviceList.Size()));
+            VORLINK_LOG(87, "StopIosWatcher", "entry StopIosWatcher  %d ", size);
         }
     } // namespace
 

@@ -16,9 +16,9 @@ namespace vorlink
 
         // The device's address as the identifier has it; empty when the identifier has none. Its value as a number
         // would go nowhere, so it is not parsed.
-        std::string AddressPiece(enumeration::DeviceInformation const& device)
+        std::string AddressPiece(winrt::hstring const& id)
         {
-            auto const pieces = SplitText(NarrowText(device.Id(), CodePage::Utf8), "-");
+            auto const pieces = SplitText(NarrowText(id, CodePage::Utf8), "-");
             return pieces.size() > 1 ? pieces[1] : std::string();
         }
     } // namespace
@@ -44,8 +44,8 @@ namespace vorlink
             callback(false, 0);
             co_return;
         }
-        VORLINK_LOG(1174, function, "unpaired Classic Blueth,start unpaired ble device %s",
-                    AddressPiece(device).c_str());
+        winrt::hstring const id = device.Id();
+        VORLINK_LOG(1174, function, "unpaired Classic Blueth,start unpaired ble device %s", AddressPiece(id).c_str());
         std::string const destStr = GetLeData(name);
         VORLINK_LOG(1177, function, "device Id -> %s", destStr.c_str());
         if (destStr.empty())
