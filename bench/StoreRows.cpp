@@ -129,7 +129,7 @@ namespace bench
     {
         for (auto const count : plan.Sizes(100, 1'000'000))
         {
-            int const repetitions = count >= 1'000'000 ? 5 : 11;
+            int const repetitions = count >= 1'000'000 ? 3 : count >= 100'000 ? 5 : 11;
             auto const size = '/' + std::to_string(count);
             std::int64_t const rounds = plan.quick || count >= 100'000 ? 1 : count >= 10'000 ? 3 : 10;
             plan.Row("store load" + size, repetitions, [=](benchmark::State& state) { MeasureLoad(state, count); })
