@@ -50,7 +50,8 @@ namespace bench
             std::FILE* const file = std::fopen("plain.new", "wb");
             for (auto const& [key, value] : store)
             {
-                std::fprintf(file, "%s=%s\n", key.c_str(), value.c_str());
+                auto const line = key + '=' + value + '\n'; // this runtime's fprintf would take most of the time
+                std::fwrite(line.data(), 1, line.size(), file);
                 std::cout << key << ':' << value << '\n';
             }
             std::fflush(file);

@@ -26,12 +26,12 @@ namespace vorlink
             {
                 continue;
             }
-            std::string const key = line.substr(0, keyEnd);
-            std::string const value = line.substr(keyEnd + 1, valueEnd - keyEnd - 1);
+            std::string key = line.substr(0, keyEnd);
+            std::string value = line.substr(keyEnd + 1, valueEnd - keyEnd - 1);
             if (!key.empty() && !value.empty())
             {
-                store.emplace(key, value);
                 Echo(echo, key, value);
+                store.emplace(std::move(key), std::move(value));
             }
         }
     }

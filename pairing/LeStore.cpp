@@ -25,9 +25,14 @@ namespace vorlink
             LeData read;
             ReadLeData(text, read, echo);
             std::lock_guard const lock(Library().leDataMutex);
-            Library().leDataMap.merge(read);
+            auto& store = Library().leDataMap;
+            if (store.empty()) // the first load, as a rule: no entry need be looked for
+            {
+                store.swap(read);
+            }
+            store.merge(read);
         }
-        std::cout << echo.str() << std::flush;
+        std::cout << echo.view() << std::flush;
     }
 
     void SaveLeData(std::string const& fileName)
@@ -40,9 +45,9 @@ namespace vorlink
                 std::lock_guard const lock(Library().leDataMutex);
                 WriteLeData(Library().leDataMap, text, echo);
             }
-            ReplaceFileText(fileName, text.str());
+            ReplaceFileText(fileName, text.view());
         }
-        std::cout << echo.str() << std::flush;
+        std::cout << echo.view() << std::flush;
     }
 
     bool LeDataHasValue(std::string const& text)
