@@ -1,5 +1,6 @@
 #include "simulator/neighbourhood/Ceremony.h"
 
+#include "simulator/neighbourhood/RadioSwitch.h"
 #include "simulator/neighbourhood/Thread.h"
 
 namespace simulator
@@ -127,6 +128,10 @@ namespace simulator
             }
             if (!outcome)
             {
+                if (ceremony.radioOff)
+                {
+                    SwitchRadioOff(operation->generation);
+                }
                 outcome = AwaitDevice(*operation, ceremony);
             }
             bool const paired = Succeeded(*outcome, Number(DevicePairingResultStatus::Paired));

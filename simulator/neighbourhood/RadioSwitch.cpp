@@ -1,6 +1,7 @@
 #include "simulator/neighbourhood/RadioSwitch.h"
 
 #include "simulator/neighbourhood/Facet.h"
+#include "simulator/neighbourhood/Ceremony.h"
 #include "simulator/neighbourhood/Operation.h"
 #include "simulator/neighbourhood/Subscription.h"
 #include "simulator/neighbourhood/WatcherRun.h"
@@ -47,6 +48,29 @@ namespace simulator
             EndPairings(neighbourhood);
             EndConnections(neighbourhood);
         }
+
+        // With the mutex held.
+        bool Switch(Neighbourhood& neighbourhood, RadioState state)
+        {
+            auto& scenario = neighbourhood.scenario;
+            if (!scenario.adapter.present)
+            {
+                return false;
+            }
+            bool const wasOnAir = IsOnAir(neighbourhood);
+            auto const before = std::exchange(scenario.radio.state, static_cast<std::int32_t>(state));
+            if (before == scenario.radio.state)
+            {
+                return true;
+            }
+            if (wasOnAir)
+            {
+                GoOffAir(neighbourhood);
+            }
+            TellSubscribers(neighbourhood, {.id = std::string(radioSubject)});
+            neighbourhood.changed.notify_all();
+            return true;
+        }
     } // namespace
 
     bool IsOnAir(Neighbourhood const& neighbourhood)
@@ -65,26 +89,26 @@ namespace simulator
     bool SwitchRadio(RadioState state)
     {
         auto& neighbourhood = TheNeighbourhood();
+        std::lock_guard const lock(neighbourhood.mutex);
+        return Switch(neighbourhood, state);
+    }
+
+    void SwitchRadioOff(std::uint64_t generation)
+    {
+        auto& neighbourhood = TheNeighbourhood();
+        std::lock_guard const lock(neighbourhood.mutex);
+        // What the system has disabled stays so.
+        if (generation == neighbourhood.generation && IsOnAir(neighbourhood))
         {
-            std::lock_guard const lock(neighbourhood.mutex);
-            auto& scenario = neighbourhood.scenario;
-            if (!scenario.adapter.present)
-            {
-                return false;
-            }
-            bool const wasOnAir = IsOnAir(neighbourhood);
-            auto const before = std::exchange(scenario.radio.state, static_cast<std::int32_t>(state));
-            if (before == scenario.radio.state)
-            {
-                return true;
-            }
-            if (wasOnAir)
-            {
-                GoOffAir(neighbourhood);
-            }
-            TellSubscribers(neighbourhood, {.id = std::string(radioSubject)});
+            Switch(neighbourhood, RadioState::Off);
         }
-        neighbourhood.changed.notify_all();
-        return true;
+    }
+
+    void SwitchRadioOffLater(std::uint64_t generation, std::int32_t afterMs)
+    {
+        StartErrand(MakeErrand(), afterMs,
+                    {.end = [generation](Outcome const&, platform::DevicePairingProtectionLevel) {
+                        SwitchRadioOff(generation);
+                    }});
     }
 } // namespace simulator

@@ -1,5 +1,6 @@
 #include "simulator/neighbourhood/Watching.h"
 
+#include "simulator/neighbourhood/RadioSwitch.h"
 #include "simulator/neighbourhood/Thread.h"
 #include "simulator/neighbourhood/WatcherRun.h"
 
@@ -57,10 +58,15 @@ namespace simulator
         watching->run = MakeRun(neighbourhood, watching);
         auto const run = watching->run;
         auto const threads = run->threads;
+        auto const offAfterMs = neighbourhood.scenario.radio.offAfterMs;
         lock.unlock();
         for (std::int32_t thread = 0; thread < threads; ++thread)
         {
             OnOwnThread([run] { Watch(run); });
+        }
+        if (offAfterMs != never)
+        {
+            SwitchRadioOffLater(run->generation, offAfterMs);
         }
         return WatchAnswer::Done;
     }

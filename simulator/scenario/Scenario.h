@@ -38,6 +38,7 @@ namespace simulator
         std::int32_t failure = 0;            // an HRESULT with which the operation fails in place of the status
         std::int32_t answerWithinMs = never; // the program, from when it is asked
         bool promptOpen = false;             // the system's own, which keeps programs out
+        bool radioOff = false;               // it goes off once the program has agreed
         bool operator==(Ceremony const&) const = default;
     };
 
@@ -138,9 +139,10 @@ namespace simulator
     {
         std::int32_t state = 1; // RadioState
         std::string name = "Bluetooth";
-        std::int32_t access = 1;      // RadioAccessStatus
-        bool offAborts = true;        // started watchers; otherwise they fall silent
-        std::int32_t offPairing = 19; // DevicePairingResultStatus
+        std::int32_t access = 1;         // RadioAccessStatus
+        bool offAborts = true;           // started watchers; otherwise they fall silent
+        std::int32_t offPairing = 19;    // DevicePairingResultStatus
+        std::int32_t offAfterMs = never; // from each watcher's start
         bool operator==(Radio const&) const = default;
     };
 

@@ -33,6 +33,7 @@ namespace simulator
             radio.offAborts = *aborts != 0;
         }
         reader.ReadNumber("off-pairing", names::pairingStatuses, radio.offPairing);
+        reader.ReadMilliseconds("off-after-ms", radio.offAfterMs);
         reader.RejectOtherKeys();
     }
 } // namespace simulator

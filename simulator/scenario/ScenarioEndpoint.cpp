@@ -144,6 +144,7 @@ namespace simulator
             reader.ReadFailure("error", pairing.failure);
             reader.ReadMilliseconds("answer-within-ms", pairing.answerWithinMs);
             reader.Read("system-prompt", pairing.promptOpen);
+            reader.Read("radio-off", pairing.radioOff);
             reader.RejectOtherKeys();
         }
 

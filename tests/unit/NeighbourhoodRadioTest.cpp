@@ -159,6 +159,42 @@ TEST(NeighbourhoodRadio, OffEndsPairingsAndRefusesNewOnes)
     EXPECT_FALSE(IsPaired(speaker));
 }
 
+TEST(NeighbourhoodRadio, GoesOffSomeTimeAfterEachStart)
+{
+    Live("", "enumeration-completes-ms = 'never'\n[radio]\noff-after-ms = 20");
+    for (int start = 0; start < 2; ++start)
+    {
+        EXPECT_TRUE(SwitchRadio(RadioState::On));
+        Watcher watcher;
+        watcher.Start();
+        EXPECT_THAT(watcher.ToldUpTo("stopped"), ElementsAre(addedSpeaker, "stopped"));
+        EXPECT_EQ(StateOfRadio(), RadioState::Off);
+    }
+}
+
+TEST(NeighbourhoodRadio, GoesOffInTheNeighbourhoodThatSaidSoAlone)
+{
+    Live("", "[radio]\noff-after-ms = 'never'");
+    SwitchRadioOffLater(TheNeighbourhood().generation, 100000);
+    auto const before = TheNeighbourhood().generation;
+    Live();
+    ExpectIdle();
+    EXPECT_EQ(StateOfRadio(), RadioState::On) << "the one that is over ends its errand";
+    SwitchRadioOff(before);
+    EXPECT_EQ(StateOfRadio(), RadioState::On);
+}
+
+TEST(NeighbourhoodRadio, MayGoOffOnceAPairingIsUnderWay)
+{
+    Live("[device.pairing]\nduration-ms = 'never'\nradio-off = true", "[radio]\noff-pairing = 'HardwareFailure'");
+    auto const status = std::make_shared<std::atomic<int>>(-1);
+    Pair(speaker, status);
+    ExpectIdle();
+    EXPECT_EQ(*status, 6);
+    EXPECT_EQ(StateOfRadio(), RadioState::Off);
+    EXPECT_FALSE(IsPaired(speaker));
+}
+
 TEST(NeighbourhoodRadio, OffEndsConnections)
 {
     Live("[device.properties]\n'System.Devices.Aep.IsConnected' = true");

@@ -27,9 +27,9 @@ TEST(Scenario, AdapterIsAnAddressOrATable)
 TEST(Scenario, RadioHasAStateAndEffects)
 {
     auto const radio = Parse("[radio]\nstate = 'Off'\nname = 'Blue'\naccess = 'DeniedByUser'\noff-watchers = 'Silent'\n"
-                             "off-pairing = 'ConnectionRejected'\n")
+                             "off-pairing = 'ConnectionRejected'\noff-after-ms = 30\n")
                            .radio;
-    EXPECT_EQ(radio, (Radio{2, "Blue", 2, false, 4}));
+    EXPECT_EQ(radio, (Radio{2, "Blue", 2, false, 4, 30}));
     EXPECT_EQ(Parse("[radio]\nstate = 'Disabled'\n").radio.state, 3);
     EXPECT_EQ(Parse("[radio]\nstate = 'Unknown'\n").radio.state, 0);
 }
