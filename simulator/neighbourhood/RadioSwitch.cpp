@@ -1,7 +1,7 @@
 #include "simulator/neighbourhood/RadioSwitch.h"
 
-#include "simulator/neighbourhood/Facet.h"
 #include "simulator/neighbourhood/Ceremony.h"
+#include "simulator/neighbourhood/Facet.h"
 #include "simulator/neighbourhood/Operation.h"
 #include "simulator/neighbourhood/Subscription.h"
 #include "simulator/neighbourhood/WatcherRun.h"

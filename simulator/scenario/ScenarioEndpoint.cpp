@@ -14,7 +14,7 @@ namespace simulator
     {
         // The keys that stand for one property.
         constexpr std::pair<std::string_view, std::string_view> propertyKeys[] = {
-            {"name", "System.ItemNameDisplay"},
+            {"name", nameProperty},
             {"can-pair", canPairProperty},
             {"is-paired", isPairedProperty},
             {"category", "System.Devices.Aep.Category"},

@@ -5,6 +5,7 @@
 
 namespace simulator
 {
+    inline constexpr std::string_view nameProperty = "System.ItemNameDisplay";
     inline constexpr std::string_view containerProperty = "System.Devices.Aep.ContainerId";
 
     // What endpoints of one protocol alone have: a key of the device's, and the properties that begin so.

@@ -177,6 +177,20 @@ namespace simulator
         return good;
     }
 
+    void TableReader::ReadNameOrNames(std::string_view key, std::span<Name const> names,
+                                      std::vector<std::int64_t>& numbers)
+    {
+        auto const* node = Find(key);
+        if (!node || node->is_array())
+        {
+            ReadNames(key, names, numbers);
+        }
+        else if (auto const number = NumberOf(key, *node, names, "a name"))
+        {
+            numbers.push_back(*number);
+        }
+    }
+
     std::optional<TableReader> TableReader::Table(std::string_view key)
     {
         auto const* node = Find(key);

@@ -43,6 +43,7 @@ namespace simulator
         // One of the names.
         std::optional<std::int64_t> ReadName(std::string_view key, std::span<Name const> names);
         bool ReadNames(std::string_view key, std::span<Name const> names, std::vector<std::int64_t>& numbers);
+        void ReadNameOrNames(std::string_view key, std::span<Name const> names, std::vector<std::int64_t>& numbers);
 
         // One of the names, or any number that fits.
         template <typename T>
