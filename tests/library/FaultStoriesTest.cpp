@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <chrono>
 #include <functional>
 #include <future>
 #include <thread>
@@ -83,10 +84,12 @@ TEST(FaultStory, LateEvent)
     Load(Fault("late-event") + patient + Device("Ana", addressA, "appears-ms = 'never'"));
     auto const vorlink = MakeVorlink();
     EXPECT_TRUE(vorlink->StartIosWatcher(Phones::Callback));
+    auto const begin = std::chrono::steady_clock::now();
     ASSERT_TRUE(SimulateDeviceAppears(idA.c_str()));
     ASSERT_TRUE(WaitForCall("! DeviceWatcher.Added(#1, " + idA));
     EXPECT_FALSE(vorlink->StartIosWatcher(OtherPhones::Callback)) << "stopped";
     ASSERT_TRUE(OtherPhones::WaitFor(1));
+    EXPECT_GE(std::chrono::steady_clock::now() - begin, std::chrono::milliseconds(200));
     EXPECT_THAT(Phones::Names(), IsEmpty());
 }
 
