@@ -13,6 +13,13 @@ namespace winrt::Windows::Devices::Enumeration
     using platform::DeviceUnpairingResultStatus;
     using platform::DeviceWatcherStatus;
 
+    constexpr DevicePairingKinds operator|(DevicePairingKinds left, DevicePairingKinds right) noexcept
+    {
+        return static_cast<DevicePairingKinds>(static_cast<std::uint32_t>(left) | static_cast<std::uint32_t>(right));
+    }
+
+    struct DeviceInformation;
+
     // The default interfaces of the classes below; the platform's objects are referred to through them.
     struct DeviceInformationUpdate : Foundation::IInspectable
     {
@@ -28,6 +35,7 @@ namespace winrt::Windows::Devices::Enumeration
         DevicePairingResult() = delete;
 
         [[nodiscard]] DevicePairingResultStatus Status() const;
+        [[nodiscard]] DevicePairingProtectionLevel ProtectionLevelUsed() const;
     };
 
     struct DeviceUnpairingResult : Foundation::IInspectable
@@ -43,8 +51,12 @@ namespace winrt::Windows::Devices::Enumeration
         using IInspectable::IInspectable;
         DevicePairingRequestedEventArgs() = delete;
 
+        [[nodiscard]] Enumeration::DeviceInformation DeviceInformation() const;
         [[nodiscard]] DevicePairingKinds PairingKind() const;
+        [[nodiscard]] hstring Pin() const;
         void Accept() const;
+        void Accept(param::hstring const& pin) const;
+        [[nodiscard]] Foundation::Deferral GetDeferral() const;
     };
 
     struct DeviceInformationCustomPairing : Foundation::IInspectable
@@ -54,6 +66,8 @@ namespace winrt::Windows::Devices::Enumeration
         using PairingRequestedHandler =
             Foundation::TypedEventHandler<DeviceInformationCustomPairing, DevicePairingRequestedEventArgs>;
 
+        Foundation::IAsyncOperation<DevicePairingResult> PairAsync(
+            DevicePairingKinds const& pairingKindsSupported) const;
         Foundation::IAsyncOperation<DevicePairingResult> PairAsync(
             DevicePairingKinds const& pairingKindsSupported,
             DevicePairingProtectionLevel const& minProtectionLevel) const;
@@ -74,10 +88,14 @@ namespace winrt::Windows::Devices::Enumeration
         [[nodiscard]] bool IsPaired() const;
         [[nodiscard]] bool CanPair() const;
         [[nodiscard]] DeviceInformationCustomPairing Custom() const;
+        Foundation::IAsyncOperation<DevicePairingResult> PairAsync() const;
+        Foundation::IAsyncOperation<DevicePairingResult> PairAsync(
+            DevicePairingProtectionLevel const& minProtectionLevel) const;
         Foundation::IAsyncOperation<DeviceUnpairingResult> UnpairAsync() const;
     };
 
     struct DeviceWatcher;
+    struct DeviceInformationCollection;
 
     struct IDeviceInformation2 : Foundation::IInspectable
     {
@@ -89,6 +107,11 @@ namespace winrt::Windows::Devices::Enumeration
         using IInspectable::IInspectable;
         DeviceInformation() = delete;
 
+        static Foundation::IAsyncOperation<DeviceInformation> CreateFromIdAsync(param::hstring const& deviceId);
+        static Foundation::IAsyncOperation<DeviceInformationCollection> FindAllAsync(param::hstring const& aqsFilter);
+        static Foundation::IAsyncOperation<DeviceInformationCollection> FindAllAsync(
+            param::hstring const& aqsFilter, Foundation::Collections::IIterable<hstring> const& additionalProperties,
+            DeviceInformationKind const& kind);
         static DeviceWatcher CreateWatcher(param::hstring const& aqsFilter,
                                            Foundation::Collections::IIterable<hstring> const& additionalProperties,
                                            DeviceInformationKind const& kind);
@@ -97,6 +120,11 @@ namespace winrt::Windows::Devices::Enumeration
         [[nodiscard]] Foundation::Collections::IMapView<hstring, Foundation::IInspectable> Properties() const;
         [[nodiscard]] DeviceInformationPairing Pairing() const;
         void Update(DeviceInformationUpdate const& updateInfo) const;
+    };
+
+    struct DeviceInformationCollection : Foundation::Collections::IVectorView<DeviceInformation>
+    {
+        using IVectorView::IVectorView;
     };
 
     struct DeviceWatcher : Foundation::IInspectable
@@ -174,6 +202,11 @@ namespace winrt::impl
         using type = platform::IDeviceInformation2;
     };
     template <>
+    struct abi<Windows::Devices::Enumeration::DeviceInformationCollection>
+    {
+        using type = platform::DeviceCollection;
+    };
+    template <>
     struct abi<Windows::Devices::Enumeration::DeviceWatcher>
     {
         using type = platform::IDeviceWatcher;
@@ -196,10 +229,24 @@ namespace winrt::Windows::Devices::Enumeration
         return value;
     }
 
+    inline DevicePairingProtectionLevel DevicePairingResult::ProtectionLevelUsed() const
+    {
+        DevicePairingProtectionLevel value{};
+        check_hresult(impl::interface_of(*this)->get_ProtectionLevelUsed(&value));
+        return value;
+    }
+
     inline DeviceUnpairingResultStatus DeviceUnpairingResult::Status() const
     {
         DeviceUnpairingResultStatus value{};
         check_hresult(impl::interface_of(*this)->get_Status(&value));
+        return value;
+    }
+
+    inline Enumeration::DeviceInformation DevicePairingRequestedEventArgs::DeviceInformation() const
+    {
+        Enumeration::DeviceInformation value{nullptr};
+        check_hresult(impl::interface_of(*this)->get_DeviceInformation(impl::out(value)));
         return value;
     }
 
@@ -210,9 +257,36 @@ namespace winrt::Windows::Devices::Enumeration
         return value;
     }
 
+    inline hstring DevicePairingRequestedEventArgs::Pin() const
+    {
+        hstring value;
+        check_hresult(impl::interface_of(*this)->get_Pin(impl::out(value)));
+        return value;
+    }
+
     inline void DevicePairingRequestedEventArgs::Accept() const
     {
         check_hresult(impl::interface_of(*this)->Accept());
+    }
+
+    inline void DevicePairingRequestedEventArgs::Accept(param::hstring const& pin) const
+    {
+        check_hresult(impl::interface_of(*this)->AcceptWithPin(static_cast<HSTRING>(get_abi(pin))));
+    }
+
+    inline Foundation::Deferral DevicePairingRequestedEventArgs::GetDeferral() const
+    {
+        Foundation::Deferral value{nullptr};
+        check_hresult(impl::interface_of(*this)->GetDeferral(impl::out(value)));
+        return value;
+    }
+
+    inline Foundation::IAsyncOperation<DevicePairingResult> DeviceInformationCustomPairing::PairAsync(
+        DevicePairingKinds const& pairingKindsSupported) const
+    {
+        Foundation::IAsyncOperation<DevicePairingResult> operation{nullptr};
+        check_hresult(impl::interface_of(*this)->PairAsync(pairingKindsSupported, impl::out(operation)));
+        return operation;
     }
 
     inline Foundation::IAsyncOperation<DevicePairingResult> DeviceInformationCustomPairing::PairAsync(
@@ -257,10 +331,59 @@ namespace winrt::Windows::Devices::Enumeration
         return value;
     }
 
+    inline Foundation::IAsyncOperation<DevicePairingResult> DeviceInformationPairing::PairAsync() const
+    {
+        Foundation::IAsyncOperation<DevicePairingResult> operation{nullptr};
+        check_hresult(impl::interface_of(*this)->PairAsync(impl::out(operation)));
+        return operation;
+    }
+
+    inline Foundation::IAsyncOperation<DevicePairingResult> DeviceInformationPairing::PairAsync(
+        DevicePairingProtectionLevel const& minProtectionLevel) const
+    {
+        Foundation::IAsyncOperation<DevicePairingResult> operation{nullptr};
+        check_hresult(
+            impl::interface_of(*this)->PairWithProtectionLevelAsync(minProtectionLevel, impl::out(operation)));
+        return operation;
+    }
+
     inline Foundation::IAsyncOperation<DeviceUnpairingResult> DeviceInformationPairing::UnpairAsync() const
     {
         Foundation::IAsyncOperation<DeviceUnpairingResult> operation{nullptr};
         check_hresult(impl::interface_of(as<IDeviceInformationPairing2>())->UnpairAsync(impl::out(operation)));
+        return operation;
+    }
+
+    inline Foundation::IAsyncOperation<DeviceInformation> DeviceInformation::CreateFromIdAsync(
+        param::hstring const& deviceId)
+    {
+        auto const statics = impl::get_activation_factory<platform::IDeviceInformationStatics>(
+            L"Windows.Devices.Enumeration.DeviceInformation");
+        Foundation::IAsyncOperation<DeviceInformation> operation{nullptr};
+        check_hresult(statics->CreateFromIdAsync(static_cast<HSTRING>(get_abi(deviceId)), impl::out(operation)));
+        return operation;
+    }
+
+    inline Foundation::IAsyncOperation<DeviceInformationCollection> DeviceInformation::FindAllAsync(
+        param::hstring const& aqsFilter)
+    {
+        auto const statics = impl::get_activation_factory<platform::IDeviceInformationStatics>(
+            L"Windows.Devices.Enumeration.DeviceInformation");
+        Foundation::IAsyncOperation<DeviceInformationCollection> operation{nullptr};
+        check_hresult(statics->FindAllAsyncAqsFilter(static_cast<HSTRING>(get_abi(aqsFilter)), impl::out(operation)));
+        return operation;
+    }
+
+    inline Foundation::IAsyncOperation<DeviceInformationCollection> DeviceInformation::FindAllAsync(
+        param::hstring const& aqsFilter, Foundation::Collections::IIterable<hstring> const& additionalProperties,
+        DeviceInformationKind const& kind)
+    {
+        auto const statics = impl::get_activation_factory<platform::IDeviceInformationStatics2>(
+            L"Windows.Devices.Enumeration.DeviceInformation");
+        Foundation::IAsyncOperation<DeviceInformationCollection> operation{nullptr};
+        check_hresult(statics->FindAllAsyncWithKindAqsFilterAndAdditionalProperties(
+            static_cast<HSTRING>(get_abi(aqsFilter)), impl::interface_of(additionalProperties), kind,
+            impl::out(operation)));
         return operation;
     }
 

@@ -160,6 +160,28 @@ namespace winrt::impl
 #include "impl/observable_vector.h"
 #include "impl/vector.h"
 
+namespace winrt::impl
+{
+    // A place in a list of the platform, which the range keeps alive.
+    template <typename T>
+    struct place_in_view
+    {
+        T operator*() const
+        {
+            return vector->GetAt(index);
+        }
+        place_in_view& operator++() noexcept
+        {
+            ++index;
+            return *this;
+        }
+        bool operator==(place_in_view const&) const = default;
+
+        Windows::Foundation::Collections::IVectorView<T> const* vector;
+        std::uint32_t index;
+    };
+} // namespace winrt::impl
+
 namespace winrt::Windows::Foundation::Collections
 {
     template <typename T>
@@ -236,6 +258,19 @@ namespace winrt::Windows::Foundation::Collections
         UINT32 value{};
         check_hresult(impl::interface_of(*this)->get_Size(&value));
         return value;
+    }
+
+    // For a range-based for.
+    template <typename T>
+    impl::place_in_view<T> begin(IVectorView<T> const& vector) noexcept
+    {
+        return {&vector, 0};
+    }
+
+    template <typename T>
+    impl::place_in_view<T> end(IVectorView<T> const& vector)
+    {
+        return {&vector, vector.Size()};
     }
 
     template <typename T>

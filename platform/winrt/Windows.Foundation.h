@@ -4,6 +4,7 @@
 
 #include <concepts>
 #include <cstdint>
+#include <future>
 #include <type_traits>
 #include <utility>
 
@@ -30,6 +31,22 @@ namespace winrt::Windows::Foundation
         AsyncStatus Status() const;
         void Completed(AsyncOperationCompletedHandler<TResult> const& handler) const;
         TResult GetResults() const;
+        TResult get() const; // waits for it; not for a thread that has a window's messages to answer
+    };
+
+    struct IClosable : IInspectable
+    {
+        using IInspectable::IInspectable;
+
+        void Close() const;
+    };
+
+    struct Deferral : IInspectable
+    {
+        using IInspectable::IInspectable;
+        Deferral() = delete;
+
+        void Complete() const;
     };
 
     // A value in a box.
@@ -48,6 +65,18 @@ namespace winrt::impl
     struct abi<Windows::Foundation::IAsyncInfo>
     {
         using type = platform::IAsyncInfo;
+    };
+
+    template <>
+    struct abi<Windows::Foundation::IClosable>
+    {
+        using type = platform::IClosable;
+    };
+
+    template <>
+    struct abi<Windows::Foundation::Deferral>
+    {
+        using type = platform::IDeferral;
     };
 
     template <typename TResult>
@@ -72,12 +101,6 @@ namespace winrt::impl
     struct abi<Windows::Foundation::IReference<T>>
     {
         using type = platform::IReference<argument_t<T>>;
-    };
-
-    template <>
-    struct argument<Windows::Foundation::AsyncStatus>
-    {
-        using type = platform::AsyncStatus;
     };
 
     template <>
@@ -142,6 +165,33 @@ namespace winrt::Windows::Foundation
         auto value = impl::empty_value<TResult>();
         check_hresult(impl::interface_of(*this)->GetResults(impl::out(value)));
         return value;
+    }
+
+    template <typename TResult>
+    TResult IAsyncOperation<TResult>::get() const
+    {
+        if (Status() == AsyncStatus::Started)
+        {
+            std::promise<void> end; // dropped without a call, the handler ends the wait, too
+            auto const ended = end.get_future();
+            Completed([end = std::move(end)](IAsyncOperation const&, AsyncStatus) mutable { end.set_value(); });
+            ended.wait();
+        }
+        if (Status() == AsyncStatus::Canceled)
+        {
+            throw_hresult(HRESULT_FROM_WIN32(ERROR_CANCELLED));
+        }
+        return GetResults();
+    }
+
+    inline void IClosable::Close() const
+    {
+        check_hresult(impl::interface_of(*this)->Close());
+    }
+
+    inline void Deferral::Complete() const
+    {
+        check_hresult(impl::interface_of(*this)->Complete());
     }
 
     template <typename T>

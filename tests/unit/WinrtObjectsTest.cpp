@@ -62,6 +62,12 @@ TEST(WinrtHstring, EmptyIsNull)
     EXPECT_EQ(winrt::get_abi(winrt::hstring(L"")), nullptr);
 }
 
+TEST(WinrtHstring, BecomesUtf8)
+{
+    EXPECT_EQ(winrt::to_string(L"Zo\u00EB \U0001F50A"), "Zo\xC3\xAB \xF0\x9F\x94\x8A");
+    EXPECT_EQ(winrt::to_string(winrt::hstring()), "");
+}
+
 TEST(WinrtError, CarriesTheCodeAndTheSystemsText)
 {
     winrt::hresult_error const error(static_cast<winrt::hresult>(E_ACCESSDENIED));

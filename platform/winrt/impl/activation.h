@@ -5,8 +5,23 @@
 
 #include <roapi.h>
 
+#include <cstdint>
+
 namespace winrt
 {
+    // Where the calling thread is to live: among all others, unless it says otherwise.
+    enum class apartment_type : std::int32_t
+    {
+        multi_threaded,
+        single_threaded,
+    };
+
+    inline void init_apartment(apartment_type const type = apartment_type::multi_threaded)
+    {
+        check_hresult(CoInitializeEx(nullptr, type == apartment_type::multi_threaded ? COINIT_MULTITHREADED
+                                                                                     : COINIT_APARTMENTTHREADED));
+    }
+
     namespace impl
     {
         // A class's static members. A thread that never initialised COM joins the process's implicit

@@ -123,7 +123,25 @@ namespace winrt
             bool m_canceled = false;
             std::atomic<bool> m_suspending{true};
         };
+        struct background_awaiter
+        {
+            bool await_ready() const noexcept
+            {
+                return false;
+            }
+            void await_suspend(std::coroutine_handle<> handle) const
+            {
+                check_hresult(resume_on_pool(handle));
+            }
+            void await_resume() const noexcept {}
+        };
     } // namespace impl
+
+    // To be awaited: resumes on a thread of the system's pool, and the caller of the coroutine goes on.
+    [[nodiscard]] inline impl::background_awaiter resume_background() noexcept
+    {
+        return {};
+    }
 } // namespace winrt
 
 template <typename... Args>

@@ -115,6 +115,16 @@ namespace winrt
         return std::exchange(object.m_handle, nullptr);
     }
 
+    // In UTF-8.
+    inline std::string to_string(std::wstring_view value)
+    {
+        auto const units = static_cast<int>(value.size());
+        int const size = WideCharToMultiByte(CP_UTF8, 0, value.data(), units, nullptr, 0, nullptr, nullptr);
+        std::string result(static_cast<std::size_t>(size), '\0');
+        WideCharToMultiByte(CP_UTF8, 0, value.data(), units, result.data(), size, nullptr, nullptr);
+        return result;
+    }
+
     namespace param
     {
         // A text passed into the platform for the time of a call, without a copy.

@@ -169,6 +169,13 @@ namespace winrt
         };
 
         template <typename T>
+        requires std::is_enum_v<T>
+        struct argument<T>
+        {
+            using type = T;
+        };
+
+        template <typename T>
         using argument_t = typename argument<T>::type;
 
         // The interface behind a projected object, to call it.
@@ -182,13 +189,20 @@ namespace winrt
         template <typename T>
         argument_t<T>* out(T& object) noexcept
         {
-            return reinterpret_cast<argument_t<T>*>(put_abi(object));
+            if constexpr (std::is_enum_v<T>)
+            {
+                return &object;
+            }
+            else
+            {
+                return reinterpret_cast<argument_t<T>*>(put_abi(object));
+            }
         }
 
         template <typename T>
         T empty_value()
         {
-            if constexpr (std::is_same_v<T, hstring>)
+            if constexpr (std::is_same_v<T, hstring> || std::is_enum_v<T>)
             {
                 return {};
             }
