@@ -1,7 +1,7 @@
 // Pairs a device with a ceremony of the program's own: the user is asked for what the device wants. Here the command
 // line answers.
 // Usage: flow_custom_pair NAME ANSWER [KIND ...]
-//   ANSWER  yes, no, or a PIN; "nobody" asks nobody: no handler is there
+//   ANSWER  yes, no, or a PIN; nothing: the user has left; nobody: there is no handler
 //   KIND    a ceremony that the program offers: ConfirmOnly, DisplayPin, ProvidePin, ConfirmPinMatch; if none, all
 #include "Common.h"
 
@@ -56,6 +56,10 @@ static winrt::fire_and_forget Ask(DevicePairingRequestedEventArgs request, hstri
     co_await winrt::resume_background();
     Say(Text(request.DeviceInformation()) + ": " + QuestionOf(request));
     Say("> " + winrt::to_string(answer));
+    if (answer == L"nothing")
+    {
+        co_return; // it is up to the device how long it waits
+    }
     try
     {
         if (answer == L"yes")
