@@ -30,11 +30,11 @@ namespace simulator
         return values;
     }
 
-    Scenario ParseScenario(std::string_view toml, std::string_view sourceName)
+    Scenario ParseScenario(std::string_view toml, std::string_view sourceName, std::vector<KeyNote>* notes)
     {
         auto const root = ParseToml(toml, sourceName);
         Faults faults(sourceName);
-        TableReader reader(root, faults);
+        TableReader reader(root, faults, notes);
         Scenario scenario{300, true, 1, {}, {}};
         auto const stories = ReadFaults(reader);
         for (auto const* const story : stories)

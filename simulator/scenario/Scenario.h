@@ -170,8 +170,10 @@ namespace simulator
         using std::runtime_error::runtime_error;
     };
 
-    // Reads the format that docs/scenario.md describes. Throws ScenarioError.
-    Scenario ParseScenario(std::string_view toml, std::string_view sourceName);
+    struct KeyNote;
+
+    // Reads the format that docs/scenario.md describes, and notes the keys that it might have. Throws ScenarioError.
+    Scenario ParseScenario(std::string_view toml, std::string_view sourceName, std::vector<KeyNote>* notes = nullptr);
 
     // Reads a TOML value for a property; empty text is no value. Throws ScenarioError, the property its source.
     Value ParseValue(std::string_view property, std::string_view toml);

@@ -22,16 +22,10 @@ namespace simulator
 
     void ReadRadio(TableReader& reader, Radio& radio)
     {
-        if (auto const state = reader.ReadName("state", names::radioStates))
-        {
-            radio.state = static_cast<std::int32_t>(*state);
-        }
+        reader.ReadName("state", names::radioStates, radio.state);
         reader.Read("name", radio.name);
         reader.ReadNumber("access", names::radioAccess, radio.access);
-        if (auto const aborts = reader.ReadName("off-watchers", names::offWatchers))
-        {
-            radio.offAborts = *aborts != 0;
-        }
+        reader.ReadName("off-watchers", names::offWatchers, radio.offAborts);
         reader.ReadNumber("off-pairing", names::pairingStatuses, radio.offPairing);
         reader.ReadMilliseconds("off-after-ms", radio.offAfterMs);
         reader.RejectOtherKeys();

@@ -15,10 +15,7 @@ namespace simulator
         reader.Read("late-events-to-all", choices.lateEventsToAll);
         reader.Read("silent-after-enumeration", choices.silentAfterEnumeration);
         reader.ReadNumber("event-delay-ms", 0, std::numeric_limits<std::int32_t>::max(), choices.eventDelayMs);
-        if (auto const close = reader.ReadName("early-close", names::earlyCloses))
-        {
-            choices.earlyClose = static_cast<EarlyClose>(*close);
-        }
+        reader.ReadName("early-close", names::earlyCloses, choices.earlyClose);
         reader.RejectOtherKeys();
     }
 } // namespace simulator

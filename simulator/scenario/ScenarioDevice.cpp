@@ -96,12 +96,8 @@ namespace simulator
         // Where they have a fault, also those of which the device has a table: it is read for faults of its own.
         std::vector<ProtocolTraits> ReadProtocols(TableReader& reader, std::vector<std::int64_t> const& otherwise)
         {
-            std::vector<std::int64_t> numbers;
+            auto numbers = otherwise;
             bool const good = reader.ReadNames("protocols", names::protocols, numbers);
-            if (numbers.empty())
-            {
-                numbers = otherwise;
-            }
             std::vector<ProtocolTraits> read;
             for (auto const& traits : protocols)
             {

@@ -27,23 +27,20 @@ namespace simulator
 
         void ReadBattery(TableReader& reader, Properties& properties)
         {
-            if (reader.Has("battery"))
+            if (auto const percent = reader.ReadNumber("battery", 0, 100))
             {
-                std::int32_t percent = 0;
-                reader.ReadNumber("battery", 0, 100, percent);
-                properties["System.Devices.BatteryLife"] = static_cast<std::uint8_t>(percent);
+                properties["System.Devices.BatteryLife"] = static_cast<std::uint8_t>(*percent);
             }
         }
 
         void ReadClassOfDevice(TableReader& reader, Properties& properties)
         {
-            if (!reader.Has(classOfDeviceKey))
+            auto const number = reader.ReadNumber(classOfDeviceKey, 0, 0xFFFFFF);
+            if (!number)
             {
                 return;
             }
-            std::int32_t number = 0;
-            reader.ReadNumber(classOfDeviceKey, 0, 0xFFFFFF, number);
-            auto const bits = static_cast<std::uint32_t>(number);
+            auto const bits = static_cast<std::uint32_t>(*number);
             std::string const prefix(classicProperties);
             properties[prefix + "Major"] = static_cast<std::uint16_t>(bits >> 8 & 0x1F);
             properties[prefix + "Minor"] = static_cast<std::uint16_t>(bits >> 2 & 0x3F);
@@ -60,13 +57,12 @@ namespace simulator
 
         void ReadAppearance(TableReader& reader, Properties& properties)
         {
-            if (!reader.Has(appearanceKey))
+            auto const number = reader.ReadNumber(appearanceKey, 0, 0xFFFF);
+            if (!number)
             {
                 return;
             }
-            std::int32_t number = 0;
-            reader.ReadNumber(appearanceKey, 0, 0xFFFF, number);
-            auto const bits = static_cast<std::uint32_t>(number);
+            auto const bits = static_cast<std::uint32_t>(*number);
             std::string const prefix = std::string(leProperties) + "Appearance";
             properties[prefix] = static_cast<std::uint16_t>(bits);
             properties[prefix + ".Category"] = static_cast<std::uint16_t>(bits >> 6);
@@ -153,10 +149,7 @@ namespace simulator
             reader.ReadNumber("status", names::unpairingStatuses, unpairing.status);
             reader.ReadMilliseconds("duration-ms", unpairing.durationMs);
             reader.ReadNumber("stale-ms", 0, std::numeric_limits<std::int32_t>::max(), unpairing.staleMs);
-            if (auto const effect = reader.ReadName("effect", names::unpairEffects))
-            {
-                unpairing.effect = static_cast<UnpairEffect>(*effect);
-            }
+            reader.ReadName("effect", names::unpairEffects, unpairing.effect);
             reader.RejectOtherKeys();
         }
         void ReadTimes(TableReader& reader, Endpoint& endpoint)
@@ -213,9 +206,12 @@ namespace simulator
         auto& properties = endpoint.properties;
         for (auto const& [key, property] : propertyKeys)
         {
+            auto const known = properties.find(property);
+            Value value = known == properties.end() ? Value{} : known->second;
+            reader.Read(key, KindOfProperty(property), value);
             if (reader.Has(key))
             {
-                reader.Read(key, KindOfProperty(property), properties[std::string(property)]);
+                properties[std::string(property)] = std::move(value);
             }
         }
         ReadBattery(reader, properties);
@@ -223,10 +219,7 @@ namespace simulator
         ReadAppearance(reader, properties);
         ReadTimes(reader, endpoint);
         reader.Read("unfiltered", endpoint.unfiltered);
-        if (reader.Has("listed"))
-        {
-            reader.Read("listed", endpoint.listed.emplace());
-        }
+        reader.Read("listed", endpoint.listed);
         reader.Read("description", endpoint.description);
         if (auto table = reader.Table("properties"))
         {

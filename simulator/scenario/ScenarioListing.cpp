@@ -6,10 +6,7 @@ namespace simulator
 {
     void ReadListing(TableReader& reader, Listing& listing)
     {
-        if (auto const language = reader.ReadName("language", names::listingLanguages))
-        {
-            listing.language = static_cast<ListingLanguage>(*language);
-        }
+        reader.ReadName("language", names::listingLanguages, listing.language);
         constexpr auto most = std::numeric_limits<std::int32_t>::max();
         reader.ReadNumber("unrelated-devices", 0, most, listing.unrelatedDevices);
         reader.ReadNumber("duration-ms", 0, most, listing.durationMs); // not "never": the tool ends some time

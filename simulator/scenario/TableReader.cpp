@@ -26,15 +26,50 @@ namespace simulator
             return list;
         }
 
+        std::string Limits(std::int64_t least, std::int64_t most)
+        {
+            return std::to_string(least) + " to " + std::to_string(most);
+        }
+
         std::string Range(std::int64_t least, std::int64_t most)
         {
-            return "a number from " + std::to_string(least) + " to " + std::to_string(most);
+            return "a number from " + Limits(least, most);
+        }
+        std::string_view WordFor(PropertyKind kind)
+        {
+            switch (kind)
+            {
+            case PropertyKind::Boolean:
+                return "Boolean";
+            case PropertyKind::String:
+                return "text";
+            case PropertyKind::StringArray:
+                return "texts";
+            case PropertyKind::Guid:
+                return "GUID";
+            case PropertyKind::UInt16:
+                return "0 to 65535";
+            default:
+                return "value";
+            }
+        }
+
+        std::string TomlOf(Value const& value)
+        {
+            if (auto const* boolean = std::get_if<bool>(&value))
+            {
+                return *boolean ? "true" : "false";
+            }
+            auto const* text = std::get_if<std::string>(&value);
+            return text && !text->empty() ? '"' + *text + '"' : std::string();
         }
     } // namespace
 
-    TableReader::TableReader(toml::table const& contents, Faults& faults)
+    TableReader::TableReader(toml::table const& contents, Faults& faults, std::vector<KeyNote>* notes, std::string path)
         : m_table(&contents)
         , m_faults(&faults)
+        , m_notes(notes)
+        , m_path(std::move(path))
     {
     }
 
@@ -56,6 +91,16 @@ namespace simulator
         target = std::get<bool>(value);
     }
 
+    void TableReader::Read(std::string_view key, std::optional<bool>& target)
+    {
+        Value value;
+        Read(key, PropertyKind::Boolean, value);
+        if (auto const* const read = std::get_if<bool>(&value))
+        {
+            target = *read;
+        }
+    }
+
     void TableReader::Read(std::string_view key, std::string& target)
     {
         Value value = target;
@@ -65,6 +110,10 @@ namespace simulator
 
     void TableReader::Read(std::string_view key, PropertyKind kind, Value& target)
     {
+        if (m_notes)
+        {
+            Note(key, std::string(WordFor(kind)), TomlOf(target));
+        }
         auto const* node = Find(key);
         if (!node)
         {
@@ -82,6 +131,10 @@ namespace simulator
 
     void TableReader::ReadAddress(std::string_view key, std::string& target)
     {
+        if (m_notes)
+        {
+            Note(key, "address", TomlOf(target));
+        }
         if (auto const* node = Find(key))
         {
             auto const address = ParseAddress(node->value_or(std::string_view()));
@@ -95,20 +148,25 @@ namespace simulator
 
     void TableReader::ReadNumber(std::string_view key, std::int32_t least, std::int32_t most, std::int32_t& target)
     {
-        if (auto const* node = Find(key))
+        if (m_notes)
         {
-            auto const* number = node->as_integer();
-            if (number && number->get() >= least && number->get() <= most)
-            {
-                target = static_cast<std::int32_t>(number->get());
-                return;
-            }
-            RejectNode(key, *node, Range(least, most) + " is expected");
+            Note(key, Limits(least, most), std::to_string(target));
         }
+        target = NumberFrom(key, least, most).value_or(target);
+    }
+
+    std::optional<std::int32_t> TableReader::ReadNumber(std::string_view key, std::int32_t least, std::int32_t most)
+    {
+        if (m_notes)
+        {
+            Note(key, Limits(least, most), {});
+        }
+        return NumberFrom(key, least, most);
     }
 
     void TableReader::ReadFailure(std::string_view key, std::int32_t& target)
     {
+        Note(key, "failure code", {});
         auto const* node = Find(key);
         if (!node)
         {
@@ -129,6 +187,10 @@ namespace simulator
     bool TableReader::ReadMilliseconds(std::string_view key, std::int32_t& target)
     {
         constexpr std::int64_t most = std::numeric_limits<std::int32_t>::max();
+        if (m_notes)
+        {
+            Note(key, "time", target == never ? "\"never\"" : std::to_string(target));
+        }
         auto const* node = Find(key);
         if (!node)
         {
@@ -145,34 +207,36 @@ namespace simulator
         return true;
     }
 
-    std::optional<std::int64_t> TableReader::ReadName(std::string_view key, std::span<Name const> names)
-    {
-        auto const* node = Find(key);
-        return node ? NumberOf(key, *node, names, "a name") : std::nullopt;
-    }
-
     bool TableReader::ReadNames(std::string_view key, std::span<Name const> names, std::vector<std::int64_t>& numbers)
     {
+        NoteNames(key, "names", names, numbers.front());
         auto const* node = Find(key);
-        if (!node)
-        {
-            return true;
-        }
-        auto const* list = node->as_array();
+        return !node || ReadList(key, *node, names, numbers);
+    }
+
+    bool TableReader::ReadList(std::string_view key, toml::node const& node, std::span<Name const> names,
+                               std::vector<std::int64_t>& numbers)
+    {
+        auto const* list = node.as_array();
         if (!list || list->empty())
         {
-            RejectNode(key, *node, "a list of names is expected: " + ListOf(names));
+            RejectNode(key, node, "a list of names is expected: " + ListOf(names));
             return false;
         }
         bool good = true;
+        std::vector<std::int64_t> read;
         for (auto const& name : *list)
         {
             auto const number = NumberOf(key, name, names, "a name");
             good = good && number;
             if (number)
             {
-                numbers.push_back(*number);
+                read.push_back(*number);
             }
+        }
+        if (!read.empty())
+        {
+            numbers = std::move(read);
         }
         return good;
     }
@@ -180,12 +244,14 @@ namespace simulator
     void TableReader::ReadNameOrNames(std::string_view key, std::span<Name const> names,
                                       std::vector<std::int64_t>& numbers)
     {
+        constexpr std::int64_t none = -1;
+        NoteNames(key, "name or names", names, none);
         auto const* node = Find(key);
-        if (!node || node->is_array())
+        if (node && node->is_array())
         {
-            ReadNames(key, names, numbers);
+            ReadList(key, *node, names, numbers);
         }
-        else if (auto const number = NumberOf(key, *node, names, "a name"))
+        else if (auto const number = node ? NumberOf(key, *node, names, "a name") : std::nullopt)
         {
             numbers.push_back(*number);
         }
@@ -193,17 +259,20 @@ namespace simulator
 
     std::optional<TableReader> TableReader::Table(std::string_view key)
     {
+        Note(key, "table", {});
         auto const* node = Find(key);
         if (node && !node->is_table())
         {
             RejectNode(key, *node, "a table is expected");
         }
-        return node && node->is_table() ? std::optional<TableReader>(std::in_place, *node->as_table(), *m_faults)
-                                        : std::nullopt;
+        return node && node->is_table()
+                   ? std::optional<TableReader>(std::in_place, *node->as_table(), *m_faults, m_notes, PathOf(key))
+                   : std::nullopt;
     }
 
     std::vector<TableReader> TableReader::Tables(std::string_view key)
     {
+        Note(key, "tables", {});
         std::vector<TableReader> readers;
         auto const reject = [&](toml::node const& node) {
             RejectNode(key, node, "tables, each headed by its name in double brackets, are expected");
@@ -219,7 +288,7 @@ namespace simulator
             {
                 if (auto const* table = entry.as_table())
                 {
-                    readers.emplace_back(*table, *m_faults);
+                    readers.emplace_back(*table, *m_faults, m_notes, PathOf(key));
                 }
                 else
                 {
@@ -273,10 +342,50 @@ namespace simulator
         return m_table->get(key);
     }
 
+    void TableReader::Note(std::string_view key, std::string takes, std::string otherwise)
+    {
+        if (m_notes)
+        {
+            m_notes->push_back({m_path, std::string(key), std::move(takes), std::move(otherwise), {}});
+        }
+    }
+
+    void TableReader::NoteNames(std::string_view key, std::string_view takes, std::span<Name const> names,
+                                std::int64_t otherwise)
+    {
+        if (m_notes)
+        {
+            auto const name = std::ranges::find(names, otherwise, &Name::number);
+            Note(key, std::string(takes), name == names.end() ? "" : TomlOf(std::string(name->text)));
+            m_notes->back().names = TextsOf(names);
+        }
+    }
+
+    std::string TableReader::PathOf(std::string_view key) const
+    {
+        return m_notes ? m_path + (m_path.empty() ? "" : ".") + std::string(key) : std::string();
+    }
+
     void TableReader::RejectNode(std::string_view key, toml::node const& node, std::string_view expected) const
     {
         m_faults->Add(node.source().begin.line,
                       InQuotes(key) + ": " + Describe(node) + " where " + std::string(expected));
+    }
+
+    std::optional<std::int32_t> TableReader::NumberFrom(std::string_view key, std::int32_t least, std::int32_t most)
+    {
+        auto const* node = Find(key);
+        if (!node)
+        {
+            return std::nullopt;
+        }
+        auto const* number = node->as_integer();
+        if (number && number->get() >= least && number->get() <= most)
+        {
+            return static_cast<std::int32_t>(number->get());
+        }
+        RejectNode(key, *node, Range(least, most) + " is expected");
+        return std::nullopt;
     }
 
     std::optional<std::int64_t> TableReader::NumberOf(std::string_view key, toml::node const& node,

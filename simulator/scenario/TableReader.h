@@ -2,6 +2,7 @@
 #pragma once
 
 #include "simulator/scenario/Faults.h"
+#include "simulator/scenario/KeyNote.h"
 #include "simulator/scenario/TomlValue.h"
 
 #include <functional>
@@ -25,23 +26,36 @@ namespace simulator
     class TableReader
     {
     public:
-        TableReader(toml::table const& contents, Faults& faults);
+        TableReader(toml::table const& contents, Faults& faults, std::vector<KeyNote>* notes = nullptr,
+                    std::string path = {});
 
         bool Has(std::string_view key);
         bool HoldsTable(std::string_view key);
         void Read(std::string_view key, bool& target);
+        void Read(std::string_view key, std::optional<bool>& target);
         void Read(std::string_view key, std::string& target);
         void Read(std::string_view key, PropertyKind kind, Value& target);
         void ReadAddress(std::string_view key, std::string& target); // empty when it has a fault
 
         // A number from the least to the most.
         void ReadNumber(std::string_view key, std::int32_t least, std::int32_t most, std::int32_t& target);
+        std::optional<std::int32_t> ReadNumber(std::string_view key, std::int32_t least, std::int32_t most);
 
         // A failure code, as 0x80004005 or as its negative number.
         void ReadFailure(std::string_view key, std::int32_t& target);
 
         // One of the names.
-        std::optional<std::int64_t> ReadName(std::string_view key, std::span<Name const> names);
+        template <typename T>
+        void ReadName(std::string_view key, std::span<Name const> names, T& target)
+        {
+            NoteNames(key, "name", names, static_cast<std::int64_t>(target));
+            auto const* node = Find(key);
+            if (auto const number = node ? NumberOf(key, *node, names, "a name") : std::nullopt)
+            {
+                target = static_cast<T>(*number);
+            }
+        }
+
         bool ReadNames(std::string_view key, std::span<Name const> names, std::vector<std::int64_t>& numbers);
         void ReadNameOrNames(std::string_view key, std::span<Name const> names, std::vector<std::int64_t>& numbers);
 
@@ -50,6 +64,7 @@ namespace simulator
         void ReadNumber(std::string_view key, std::span<Name const> names, T& target)
         {
             using Limits = std::numeric_limits<T>;
+            NoteNames(key, "name or number", names, target);
             if (auto const number = ReadNumberWithin(key, names, Limits::min(), Limits::max()))
             {
                 target = static_cast<T>(*number);
@@ -69,6 +84,13 @@ namespace simulator
 
     private:
         toml::node const* Find(std::string_view key);
+        void Note(std::string_view key, std::string takes, std::string otherwise);
+        void NoteNames(std::string_view key, std::string_view takes, std::span<Name const> names,
+                       std::int64_t otherwise);
+        std::optional<std::int32_t> NumberFrom(std::string_view key, std::int32_t least, std::int32_t most);
+        std::string PathOf(std::string_view key) const;
+        bool ReadList(std::string_view key, toml::node const& node, std::span<Name const> names,
+                      std::vector<std::int64_t>& numbers);
         void RejectNode(std::string_view key, toml::node const& node, std::string_view expected) const;
         std::optional<std::int64_t> NumberOf(std::string_view key, toml::node const& node, std::span<Name const> names,
                                              std::string_view expected) const;
@@ -77,6 +99,8 @@ namespace simulator
 
         toml::table const* m_table;
         Faults* m_faults;
+        std::vector<KeyNote>* m_notes; // null: nobody wants them
+        std::string m_path;
         std::set<std::string, std::less<>> m_known; // the keys asked for so far
     };
 } // namespace simulator
