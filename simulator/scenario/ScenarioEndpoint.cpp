@@ -195,6 +195,7 @@ namespace simulator
             {"System.Devices.Aep.IsPaired", false},
             {"System.Devices.Aep.IsPresent", true},
             {"System.Devices.Aep.SignalStrength", -60},
+            {std::string(leProperties) + "AddressType", std::uint8_t{0}}, // public
         };
         return endpoint;
     }

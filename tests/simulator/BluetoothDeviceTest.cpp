@@ -89,6 +89,34 @@ TEST_F(BluetoothDevice, OfNoKnownClassIsUncategorised)
     EXPECT_EQ(Read(value, &IBluetoothClassOfDevice::get_RawValue), 0x1F00u);
 }
 
+TEST_F(BluetoothDevice, TellsTheClassOfItsScenario)
+{
+    Load(Room("class-of-device = 0x240418"));
+    Com<IBluetoothClassOfDevice> value;
+    ASSERT_EQ(ClassicDevice(speaker)->get_ClassOfDevice(value.Put()), S_OK);
+    EXPECT_EQ(Read(value, &IBluetoothClassOfDevice::get_RawValue), 0x240418u);
+    EXPECT_EQ(Read(value, &IBluetoothClassOfDevice::get_MajorClass), BluetoothMajorClass::AudioVideo);
+    EXPECT_EQ(Read(value, &IBluetoothClassOfDevice::get_MinorClass), 6);
+    EXPECT_EQ(Read(value, &IBluetoothClassOfDevice::get_ServiceCapabilities), 0x240418u >> 13);
+
+    // Every bit that stands for something, and the others, which stand for nothing.
+    Load(Room("class-of-device = 0xffffff"));
+    ASSERT_EQ(ClassicDevice(speaker)->get_ClassOfDevice(value.Put()), S_OK);
+    EXPECT_EQ(Read(value, &IBluetoothClassOfDevice::get_RawValue), 0xFF3FFCu);
+}
+
+TEST_F(BluetoothDevice, TellsTheAppearanceAndAddressTypeOfItsScenario)
+{
+    Load(Room({}, "appearance = 962\n[device.properties]\n'System.Devices.Aep.Bluetooth.Le.AddressType' = 1"));
+    auto const device = LeDevice(mouse).As<IBluetoothLEDevice2>();
+    EXPECT_EQ(Read(device, &IBluetoothLEDevice2::get_BluetoothAddressType), BluetoothAddressType::Random);
+    Com<IBluetoothLEAppearance> appearance;
+    ASSERT_EQ(device->get_Appearance(appearance.Put()), S_OK);
+    EXPECT_EQ(Read(appearance, &IBluetoothLEAppearance::get_RawValue), 962u);
+    EXPECT_EQ(Read(appearance, &IBluetoothLEAppearance::get_Category), 15u);
+    EXPECT_EQ(Read(appearance, &IBluetoothLEAppearance::get_SubCategory), 2u);
+}
+
 TEST_F(BluetoothDevice, LeadsToItsInformation)
 {
     Com<platform::IDeviceInformation> information;

@@ -118,3 +118,65 @@ TEST_F(Selectors, FindTheirDevices)
     EXPECT_THAT(heardWith(le, paired), ElementsAre(addedMouse, completed));
     EXPECT_THAT(heardWith(le, address), ElementsAre(completed));
 }
+
+TEST_F(Selectors, FindWhatADeviceSaysThatItIs)
+{
+    // Of each pair the second one is almost as the first.
+    Load(R"(
+enumeration-completes-ms = 0
+[[device]]
+address = "00:00:00:00:00:01"
+class-of-device = 0x240418
+[[device]]
+address = "00:00:00:00:00:02"
+class-of-device = 0x240404
+[[device]]
+address = "00:00:00:00:00:03"
+protocols = ["le"]
+appearance = 962
+[device.properties]
+"System.Devices.Aep.Bluetooth.Le.AddressType" = 1
+[[device]]
+address = "00:00:00:00:00:04"
+protocols = ["le"]
+appearance = 961
+[[device]]
+address = "00:00:00:00:00:05"
+protocols = ["classic", "le"]
+)");
+    auto const id = [](char digit) {
+        return (digit < '3' ? "Bluetooth#Bluetooth" : "BluetoothLE#BluetoothLE") +
+               std::string("00:1a:7d:da:71:13-00:00:00:00:00:0") + digit;
+    };
+    auto const found = [](auto get) { return IdsOf(FindAll(TextOf(get))); };
+
+    auto const classic = StaticsOf<IBluetoothDeviceStatics>(deviceClass).As<IBluetoothDeviceStatics2>();
+    for (char const digit : {'1', '2'})
+    {
+        Com<platform::IBluetoothClassOfDevice> value;
+        ASSERT_EQ(ClassicDevice(id(digit))->get_ClassOfDevice(value.Put()), S_OK);
+        EXPECT_THAT(found([&](HSTRING* to) { return classic->GetDeviceSelectorFromClassOfDevice(value.Get(), to); }),
+                    ElementsAre(id(digit)));
+    }
+
+    auto const le = StaticsOf<IBluetoothLEDeviceStatics>(leDeviceClass).As<IBluetoothLEDeviceStatics2>();
+    for (char const digit : {'3', '4'})
+    {
+        auto const device = LeDevice(id(digit)).As<IBluetoothLEDevice2>();
+        Com<platform::IBluetoothLEAppearance> appearance;
+        ASSERT_EQ(device->get_Appearance(appearance.Put()), S_OK);
+        EXPECT_THAT(found([&](HSTRING* to) { return le->GetDeviceSelectorFromAppearance(appearance.Get(), to); }),
+                    ElementsAre(id(digit)));
+        auto const withAddress = [&](BluetoothAddressType type) {
+            return found([&](HSTRING* to) {
+                return le->GetDeviceSelectorFromBluetoothAddressWithBluetoothAddressType(UINT64(digit - '0'), type, to);
+            });
+        };
+        auto const type = Read(device, &IBluetoothLEDevice2::get_BluetoothAddressType);
+        EXPECT_EQ(type, digit == '3' ? BluetoothAddressType::Random : BluetoothAddressType::Public);
+        EXPECT_THAT(withAddress(type), ElementsAre(id(digit)));
+        EXPECT_THAT(withAddress(BluetoothAddressType::Unspecified), ElementsAre(id(digit)));
+        EXPECT_THAT(withAddress(digit == '3' ? BluetoothAddressType::Public : BluetoothAddressType::Random),
+                    ElementsAre());
+    }
+}
