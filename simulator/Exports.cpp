@@ -39,8 +39,8 @@ namespace
     struct Class
     {
         std::string_view name;
-        Method method; // as the trace tells of an activation
-        ::IActivationFactory* (*make)();
+        Method method;                   // as the trace tells of an activation
+        ::IActivationFactory* (*make)(); // null for a class that is left out whole
     };
 
     template <typename Made>
@@ -67,6 +67,27 @@ namespace
         {"Windows.Devices.Enumeration.DeviceInformationPairing", "DeviceInformationPairing.GetActivationFactory",
          MakeFactory<PairingFactory>},
         {"Windows.Devices.Radios.Radio", "Radio.GetActivationFactory", MakeFactory<RadioFactory>},
+        {"Windows.Devices.Bluetooth.Advertisement.BluetoothLEAdvertisementPublisher",
+         LeftOutMethod("BluetoothLEAdvertisementPublisher.GetActivationFactory"), nullptr},
+        {"Windows.Devices.Bluetooth.Advertisement.BluetoothLEAdvertisementWatcher",
+         LeftOutMethod("BluetoothLEAdvertisementWatcher.GetActivationFactory"), nullptr},
+        {"Windows.Devices.Bluetooth.GenericAttributeProfile.GattCharacteristic",
+         LeftOutMethod("GattCharacteristic.GetActivationFactory"), nullptr},
+        {"Windows.Devices.Bluetooth.GenericAttributeProfile.GattDeviceService",
+         LeftOutMethod("GattDeviceService.GetActivationFactory"), nullptr},
+        {"Windows.Devices.Bluetooth.GenericAttributeProfile.GattServiceProvider",
+         LeftOutMethod("GattServiceProvider.GetActivationFactory"), nullptr},
+        {"Windows.Devices.Bluetooth.GenericAttributeProfile.GattSession",
+         LeftOutMethod("GattSession.GetActivationFactory"), nullptr},
+        {"Windows.Devices.Bluetooth.Rfcomm.RfcommDeviceService",
+         LeftOutMethod("RfcommDeviceService.GetActivationFactory"), nullptr},
+        {"Windows.Devices.Bluetooth.Rfcomm.RfcommServiceId", LeftOutMethod("RfcommServiceId.GetActivationFactory"),
+         nullptr},
+        {"Windows.Devices.Bluetooth.Rfcomm.RfcommServiceProvider",
+         LeftOutMethod("RfcommServiceProvider.GetActivationFactory"), nullptr},
+        {"Windows.Devices.Enumeration.DeviceAccessInformation",
+         LeftOutMethod("DeviceAccessInformation.GetActivationFactory"), nullptr},
+        {"Windows.Devices.Enumeration.DevicePicker", LeftOutMethod("DevicePicker.GetActivationFactory"), nullptr},
     };
 } // namespace
 
@@ -87,6 +108,10 @@ extern "C" HRESULT WINAPI DllGetActivationFactory(HSTRING name, ::IActivationFac
         if (!IsInApartment())
         {
             return comNotInitialized;
+        }
+        if (!known->make)
+        {
+            return E_NOTIMPL;
         }
         *factory = known->make();
         return S_OK;

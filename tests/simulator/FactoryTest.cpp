@@ -2,6 +2,7 @@
 #include "tests/simulator/Client.h"
 
 #include <windows.h>
+#include <roapi.h>
 
 using namespace test;
 using testing::SizeIs;
@@ -67,6 +68,34 @@ TEST_F(Factory, OfAnotherClassIsUnknownToTheModule)
     EXPECT_EQ(entry(String("Windows.Devices.Enumeration.DeviceWatcher").Get(), factory.Put()), Code(0x80040111));
     EXPECT_EQ(entry(nullptr, factory.Put()), Code(0x80040111));
     EXPECT_EQ(entry(String(deviceInformation).Get(), nullptr), E_INVALIDARG);
+}
+
+TEST_F(Factory, OfAClassThatIsLeftOutIsRefusedByName)
+{
+    constexpr char const* classes[] = {
+        "Windows.Devices.Bluetooth.Advertisement.BluetoothLEAdvertisementPublisher",
+        "Windows.Devices.Bluetooth.Advertisement.BluetoothLEAdvertisementWatcher",
+        "Windows.Devices.Bluetooth.GenericAttributeProfile.GattCharacteristic",
+        "Windows.Devices.Bluetooth.GenericAttributeProfile.GattDeviceService",
+        "Windows.Devices.Bluetooth.GenericAttributeProfile.GattServiceProvider",
+        "Windows.Devices.Bluetooth.GenericAttributeProfile.GattSession",
+        "Windows.Devices.Bluetooth.Rfcomm.RfcommDeviceService",
+        "Windows.Devices.Bluetooth.Rfcomm.RfcommServiceId",
+        "Windows.Devices.Bluetooth.Rfcomm.RfcommServiceProvider",
+        "Windows.Devices.Enumeration.DeviceAccessInformation",
+        "Windows.Devices.Enumeration.DevicePicker",
+    };
+    for (std::string const name : classes)
+    {
+        SimulatorClearTrace();
+        Com<::IActivationFactory> factory;
+        EXPECT_EQ(Activate(name.c_str(), iid_of<::IActivationFactory>, reinterpret_cast<void**>(factory.Put())),
+                  E_NOTIMPL)
+            << name;
+        EXPECT_THAT(TraceWith(name.substr(name.rfind('.') + 1) + ".GetActivationFactory() -> 0x80004001"), SizeIs(1));
+        Com<::IInspectable> instance;
+        EXPECT_EQ(RoActivateInstance(String(name).Get(), instance.Put()), E_NOTIMPL) << name;
+    }
 }
 
 TEST_F(Factory, ModuleUnloadsOnlyWithoutLiveObjects)

@@ -5,6 +5,7 @@
 
 #include <fstream>
 #include <map>
+#include <set>
 #include <string>
 
 namespace
@@ -47,7 +48,44 @@ namespace
         }
         return answers;
     }
+
+    // The classes that a manifest has, by their names without the namespace.
+    std::set<std::string> ClassesOf(char const* manifest)
+    {
+        std::ifstream file(manifest);
+        EXPECT_TRUE(file) << manifest;
+        std::set<std::string> classes;
+        for (std::string line; std::getline(file, line);)
+        {
+            if (auto const begin = line.find("activatableClass name=\""); begin != std::string::npos)
+            {
+                auto const name = line.substr(line.find('"', begin) + 1);
+                auto const fullName = name.substr(0, name.find('"'));
+                classes.insert(fullName.substr(fullName.rfind('.') + 1));
+            }
+        }
+        return classes;
+    }
+
+    std::set<std::string> ClassesWithFactories()
+    {
+        std::set<std::string> classes;
+        for (auto const name : simulator::methodNames)
+        {
+            if (name.ends_with(".GetActivationFactory"))
+            {
+                classes.emplace(name.substr(0, name.find('.')));
+            }
+        }
+        return classes;
+    }
 } // namespace
+
+TEST(Members, HaveTheirClassesInBothManifests)
+{
+    EXPECT_EQ(ClassesOf(VORLINK_SIMULATOR_MANIFEST), ClassesWithFactories());
+    EXPECT_EQ(ClassesOf(VORLINK_HOST_MANIFEST), ClassesWithFactories());
+}
 
 TEST(Members, StandOnThePageAsTheyAnswer)
 {
