@@ -1,7 +1,8 @@
 // The verbs of the simulated platform, for tests and for hosts that rehearse their Bluetooth flows.
 //
 // vorlink_simulator.dll answers for classes of Windows.Devices.Enumeration, Bluetooth and Radios in a process whose
-// manifest registers them there (docs/simulator_members.md). A program that links it may also steer it, with these rules:
+// manifest registers them there (docs/simulator_members.md). A program that links it may also steer it, with these
+// rules:
 //
 // 1. One simulated neighbourhood a process. It begins as the scenario file that the environment variable
 //    VORLINK_SCENARIO names, or as the built-in default scenario when the variable is unset or empty. While
