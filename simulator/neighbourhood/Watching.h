@@ -23,8 +23,8 @@ namespace simulator
         Event event = Event::None;
         std::string id{};        // the device's: the endpoint's, where it is one
         Properties properties{}; // Added: all of them. Updated: those that changed, of those that the watcher shows
-        bool quiet = false;      // the program does not hear of it
         bool late = false;       // after the enumeration: for those who hear of Added, Updated and Removed
+        bool quiet = false;      // the program does not hear of it
     };
 
     // Called on threads of the simulator, with no lock held. Reports of an earlier generation come to nothing.

@@ -260,7 +260,7 @@ TEST_F(BluetoothDevice, LeavesNothingBehind)
         auto const device = LeDevice(mouse);
         Ear<Le> names;
         ASSERT_EQ(device->add_NameChanged(names.Handler(device).Get(), &names.token), S_OK);
-        EXPECT_EQ(SimulatorLiveObjects(), before + 1);
+        EXPECT_EQ(SimulatorLiveObjects(), before + 4);
     }
     EXPECT_EQ(SimulatorLiveObjects(), before);
 }

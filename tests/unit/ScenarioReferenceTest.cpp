@@ -165,8 +165,8 @@ value = "Radio"
         {
             auto const quoted = "`" + std::string(each) + "`";
             auto const asToml = "\"" + std::string(each) + "\"";
-            bool const areElsewhere = row.meaning.find("`[device.pairing]`") != std::string::npos ||
-                                      note.key == "fault"; // on a page of their own, with a test of its own
+            bool const areElsewhere =
+                row.meaning.find("`[device.pairing]`") != std::string::npos || note.key == "fault";
             EXPECT_TRUE(areElsewhere || row.section.find(quoted) != std::string::npos ||
                         row.section.find(asToml) != std::string::npos)
                 << name << ": " << each;
@@ -218,7 +218,7 @@ TEST(ScenarioReference, GivesEachProtocolsTableTheKeysOfADevice)
             ofDevice.emplace(end == std::string::npos ? "" : note.table.substr(end + 1), note.key);
         }
     }
-    for (auto const* const key : {"protocols", "classic", "le"})
+    for (auto const* const key : {"protocols", "fault", "classic", "le"})
     {
         EXPECT_EQ(ofDevice.erase({"", key}), 1u) << key;
     }
