@@ -93,7 +93,7 @@ TEST(Errors, EntryIsRecordedBeforeTheFailureAndNothingAfterIt)
 
 TEST(Errors, FailingUpdateIsReturnedToThePlatform)
 {
-    Load(prompt + Device("Headset", address));
+    Load(prompt + generous + Device("Headset", address));
     auto const vorlink = MakeVorlink();
     vorlink->PairedDevice("Nobody", Host::Callback);
     ASSERT_TRUE(WaitIdle());

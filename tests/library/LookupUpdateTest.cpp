@@ -89,7 +89,7 @@ TEST(LookupUpdate, OfTheFrontDeviceChangesTheNameThatItIsFoundBy)
     LookInTheQueue(*vorlink, "Renamed");
     EXPECT_THAT(Tested(), ElementsAre(Record(416, lookup, "Renamed")));
     EXPECT_EQ(Host::At(0).address, 1u);
-    EXPECT_EQ(Host::At(0).paired, 1);
+    EXPECT_EQ(Host::At(0).paired, 0) << "it is found in the queue, and has left";
 }
 
 TEST(LookupUpdate, OfTheSecondDeviceChangesNothing)
