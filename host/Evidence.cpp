@@ -223,9 +223,10 @@ namespace host
         Learning learning;
         for (auto const& record : AfterSearch(records))
         {
+            learning.begun = learning.begun || Is(record, reader, 488);
             if (Is(record, reader, 503))
             {
-                learning = {true, {}, {}};
+                learning = {true, true, {}, {}};
             }
             if (auto const piece = Between(record.message, "find instance vectors[2]  is: ", "");
                 piece && Is(record, reader, 524))

@@ -66,6 +66,7 @@ namespace host
     // What the library has learnt of a paired device's LE side from the system's listing.
     struct Learning
     {
+        bool begun = false;
         bool listingRead = false;
         std::vector<std::string> listed; // the LE devices of the listing
         std::vector<std::string> taken;  // those that were new; the last one is kept

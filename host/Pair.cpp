@@ -71,12 +71,19 @@ namespace host
             return HasSeenImitation() ? std::nullopt : PairingStatus(log.Records());
         }
 
+        // What the library logs when it has reported a pairing: the status and, from a thread of its own, that it begins
+        // to learn. Neither may still be on its way when the process leaves its private folder.
+        bool IsLogged(LibraryLog const& log, PairReport const& report)
+        {
+            return PairingStatus(log.Records()) && (report.paired == 0 || ReadLearning(log.Records()).begun);
+        }
+
         Outcome DescribeReport(Run const& run, PairReport const& report)
         {
             auto& log = run.session.Log();
-            if (report.paired == 0 && report.address != 0)
+            if (report.paired != 0 || report.address != 0)
             {
-                AwaitRecords(run.session, [&] { return PairingStatus(log.Records()).has_value(); });
+                AwaitRecords(run.session, [&] { return IsLogged(log, report); });
             }
             auto const search = ReadSearch(log.Records(), run.options.name);
             // A report is true; a search is the one that led to it when it names the same device.
@@ -280,8 +287,7 @@ namespace host
             }
             if (options.log)
             {
-                bool const isLogged = options.address.empty() && (code == ExitCode::Done || code == ExitCode::Refused);
-                AwaitRecords(session, [&] { return !isLogged || PairingStatus(session.Log().Records()).has_value(); });
+                session.Log().Poll();
                 PrintRecords(session, options.output);
             }
             return code;

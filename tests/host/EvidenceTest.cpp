@@ -160,7 +160,9 @@ TEST(Evidence, TheLeSideIsFollowedStepByStep)
 
 TEST(Evidence, OfALearningTheListedAndTheNewAreTold)
 {
+    EXPECT_FALSE(ReadLearning(Records{}).begun);
     Records records = {Of("ReadLine", 488, "Readline entry")};
+    EXPECT_TRUE(ReadLearning(records).begun);
     EXPECT_FALSE(ReadLearning(records).listingRead);
     for (auto const& record :
          {Of("ReadLine", 503, "file exist"), Of("ReadLine", 514, "find instance ID  is: BTHLE\\Dev_1"),
