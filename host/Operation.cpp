@@ -1,8 +1,9 @@
 #include "host/Operation.h"
 
+#include "host/OwnThread.h"
+
 #include <condition_variable>
 #include <mutex>
-#include <thread>
 #include <utility>
 
 namespace host
@@ -37,7 +38,7 @@ namespace host
         void Begin(std::function<void()> const& call)
         {
             Change([](Progressed& progressed) { progressed = {}; });
-            std::thread([call] {
+            StartOwnThread([call] {
                 try
                 {
                     call();
@@ -48,7 +49,7 @@ namespace host
                     Failure const failure{DescribeCurrentException()};
                     Change([&](Progressed& progressed) { progressed = {true, failure}; });
                 }
-            }).detach();
+            });
         }
     } // namespace
 

@@ -71,8 +71,8 @@ namespace host
             return HasSeenImitation() ? std::nullopt : PairingStatus(log.Records());
         }
 
-        // What the library logs when it has reported a pairing: the status and, from a thread of its own, that it begins
-        // to learn. Neither may still be on its way when the process leaves its private folder.
+        // What the library logs when it has reported a pairing: the status and, from a thread of its own, that it
+        // begins to learn. Neither may still be on its way when the process leaves its private folder.
         bool IsLogged(LibraryLog const& log, PairReport const& report)
         {
             return PairingStatus(log.Records()) && (report.paired == 0 || ReadLearning(log.Records()).begun);

@@ -1,12 +1,13 @@
 #include "host/PhoneSearch.h"
 
 #include "host/Evidence.h"
+#include "host/OwnThread.h"
 #include "host/WideText.h"
 
 #include <condition_variable>
 #include <future>
+#include <memory>
 #include <mutex>
-#include <thread>
 #include <utility>
 #include <vector>
 
@@ -48,9 +49,9 @@ namespace host
         template <typename Work>
         std::shared_future<void> Begin(Work work)
         {
-            std::packaged_task<void()> task(std::move(work));
-            auto done = task.get_future().share();
-            std::thread(std::move(task)).detach();
+            auto const task = std::make_shared<std::packaged_task<void()>>(std::move(work));
+            auto done = task->get_future().share();
+            StartOwnThread([task] { (*task)(); });
             return done;
         }
 

@@ -4,11 +4,13 @@
 #include "host/Evidence.h"
 #include "host/Look.h"
 #include "host/Outcome.h"
+#include "host/OwnThread.h"
 #include "host/Report.h"
 #include "host/Text.h"
 
 #include <algorithm>
 #include <future>
+#include <memory>
 #include <thread>
 #include <utility>
 
@@ -149,9 +151,9 @@ namespace host
         {
             progress.Finish();
             PrintError(question + " [y/N] ");
-            std::promise<std::string> promise;
-            auto line = promise.get_future();
-            std::thread([promise = std::move(promise)]() mutable { promise.set_value(ReadInputLine()); }).detach();
+            auto const promise = std::make_shared<std::promise<std::string>>();
+            auto line = promise->get_future();
+            StartOwnThread([promise] { promise->set_value(ReadInputLine()); });
             while (line.wait_for(std::chrono::milliseconds(50)) != std::future_status::ready)
             {
                 if (interruption.Requested())

@@ -44,7 +44,8 @@ namespace vorlink
     // when no thread can be started.
     //
     // Not a std::thread: what that holds for its body is let go of behind the body's end, in code that would
-    // be gone by then.
+    // be gone by then; and where the compiler's runtime detaches a thread that is just ending, it may lose the next
+    // one.
     template <typename Body>
     void StartDetached(Body body)
     {

@@ -52,7 +52,7 @@ namespace
     {
         std::packaged_task<void()> task([call = std::move(call)] { call(*MakeVorlink().release()); });
         auto end = task.get_future();
-        std::thread(std::move(task)).detach();
+        (void)new std::thread(std::move(task)); // not detached: the runtime may lose a thread that begins meanwhile
         return end;
     }
 } // namespace

@@ -5,7 +5,7 @@
 
 #include <windows.h>
 
-#include <thread>
+#include <future>
 
 using namespace test;
 using testing::ElementsAre;
@@ -74,10 +74,9 @@ TEST(PairPhone, ALaterPairingByNameTakesOverTheReport)
     auto const vorlink = Watching(Device("Ana", addressA, pairsOnDemand));
     vorlink->IosPairedDevicce("Ana", Host::Callback);
     ASSERT_TRUE(WaitForCall("Accept("));
-    std::thread([&] { // its lookup waits for an enumeration that the test completes
+    auto const lookup = std::async(std::launch::async, [] { // waits for an enumeration that the test completes
         MakeVorlink()->PairedDevice("Nobody", OtherHost::Callback);
-    })
-        .detach();
+    });
     ASSERT_TRUE(WaitForCall("! DeviceWatcher.Added(#2, "));
     SimulateEnumerationCompletes();
     ASSERT_TRUE(OtherHost::WaitFor(1));
