@@ -17,9 +17,11 @@ namespace bench
     {
         constexpr char fileName[] = "MyLEData";
 
+        // All of one length: a saved store's lines are in the order of the keys.
         std::string KeyOf(std::int64_t index)
         {
-            return "Device " + std::to_string(index);
+            auto const number = std::to_string(index);
+            return "Device " + std::string(7 - number.size(), '0') + number;
         }
 
         void WriteFile(std::int64_t count)

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <sstream>
+#include <string_view>
 
 namespace
 {
@@ -23,7 +24,7 @@ namespace
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size)
 {
-    std::istringstream listing(std::string(reinterpret_cast<char const*>(data), size));
+    std::string_view const listing(reinterpret_cast<char const*>(data), size);
     std::ostringstream echo;
     std::string latest;
     vorlink::ReadListing(listing, echo,

@@ -20,29 +20,30 @@ namespace vorlink
         }
     } // namespace
 
-    void ReadListing(std::istream& listing, std::ostream& echo, ListingEvents const& events)
+    void ReadListing(std::string_view listing, std::ostream& echo, ListingEvents const& events)
     {
-        std::string description; // of the latest identifier, echoed again behind every later line
-        std::string echoed;      // in one piece: others print too
-        for (std::string line; ReadTextLine(listing, line);)
+        std::string_view description; // of the latest identifier, echoed again behind every later line
+        std::string echoed;           // in one piece: others print too
+        for (std::string_view line; TakeTextLine(listing, line);)
         {
             if (!line.empty())
             {
-                echo << echoed.assign(line).append("\n").append(description).append("\n");
+                echo << echoed.assign(line).append(1, '\n').append(description).append(1, '\n');
             }
             if (!Contains(line, leInstance))
             {
                 continue;
             }
-            events.instanceFound(line);
-            if (!ReadTextLine(listing, description))
+            std::string const instance(line);
+            events.instanceFound(instance);
+            if (!TakeTextLine(listing, description))
             {
-                description.clear(); // the listing ends here: the device goes without one
+                description = {}; // the listing ends here: the device goes without one
             }
-            echo << echoed.assign(description).append("\n");
+            echo << echoed.assign(description).append(1, '\n');
             if (Contains(description, leDescription))
             {
-                auto const pieces = SplitText(line, "&");
+                auto const pieces = SplitText(instance, "&");
                 if (pieces.size() > addressPiece)
                 {
                     events.addressFound(pieces[addressPiece]);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "pairing/SystemLock.h"
+
 #include <mutex>
 #include <utility>
 
@@ -23,7 +25,7 @@ namespace vorlink
         }
 
     private:
-        mutable std::mutex m_mutex;
+        mutable SystemLock m_mutex;
         Value m_value{};
     };
 } // namespace vorlink

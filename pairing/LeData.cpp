@@ -3,45 +3,43 @@
 #include "pairing/TextLines.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace vorlink
 {
     namespace
     {
-        void Echo(std::ostream& echo, std::string const& key, std::string const& value)
+        void AppendLine(std::string& text, std::string_view key, char separator, std::string_view value)
         {
-            echo << key + ':' + value + '\n'; // at once: to a console each piece is a write of its own
+            text.append(key).append(1, separator).append(value).append(1, '\n');
         }
     } // namespace
 
-    void ReadLeData(std::istream& text, LeData& store, std::ostream& echo)
+    void ReadLeData(std::string_view text, LeData& store, std::string& echo)
     {
-        for (std::string line; ReadTextLine(text, line);)
+        for (std::string_view line; TakeTextLine(text, line);)
         {
-            line += '='; // ends a value that nothing follows
             auto const keyEnd = line.find('=');
-            auto const valueEnd = line.find('=', keyEnd + 1);
-            if (valueEnd == std::string::npos)
+            if (keyEnd == std::string_view::npos)
             {
                 continue;
             }
-            std::string key = line.substr(0, keyEnd);
-            std::string value = line.substr(keyEnd + 1, valueEnd - keyEnd - 1);
+            auto const key = line.substr(0, keyEnd);
+            auto const rest = line.substr(keyEnd + 1);
+            auto const value = rest.substr(0, rest.find('='));
             if (!key.empty() && !value.empty())
             {
-                Echo(echo, key, value);
-                store.emplace(std::move(key), std::move(value));
+                AppendLine(echo, key, ':', value);
+                store.emplace_hint(store.end(), key, value); // the lines of a saved store are in order
             }
         }
     }
 
-    void WriteLeData(LeData const& store, std::ostream& text, std::ostream& echo)
+    void WriteLeData(LeData const& store, std::string& text, std::string& echo)
     {
         for (auto const& [key, value] : store)
         {
-            text << key << '=' << value << '\n';
-            Echo(echo, key, value);
+            AppendLine(text, key, '=', value);
+            AppendLine(echo, key, ':', value);
         }
     }
 

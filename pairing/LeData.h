@@ -3,9 +3,7 @@
 #pragma once
 
 #include <cstddef>
-#include <istream>
 #include <map>
-#include <ostream>
 #include <string>
 #include <string_view>
 
@@ -15,10 +13,10 @@ namespace vorlink
 
     // Adds the entries of a file's text to the store; a key already there keeps its value. A line is split at
     // its first two "=", and skipped unless both pieces are there. Each accepted line is echoed as key:value.
-    void ReadLeData(std::istream& text, LeData& store, std::ostream& echo);
+    void ReadLeData(std::string_view text, LeData& store, std::string& echo);
 
-    // Writes every entry, in the order of the keys, and echoes each as key:value.
-    void WriteLeData(LeData const& store, std::ostream& text, std::ostream& echo);
+    // Appends every entry, in the order of the keys, and echoes each as key:value.
+    void WriteLeData(LeData const& store, std::string& text, std::string& echo);
 
     // Whether some value contains `part`.
     bool HasValue(LeData const& store, std::string_view part);

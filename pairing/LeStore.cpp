@@ -3,25 +3,28 @@
 #include "pairing/FileReplacement.h"
 #include "pairing/LeData.h"
 #include "pairing/LibraryState.h"
+#include "pairing/TextLines.h"
 
 #include <cerrno>
 #include <fstream>
 #include <iostream>
 #include <mutex>
-#include <sstream>
+#include <string>
 
 namespace vorlink
 {
     void LoadLeData(std::string const& fileName)
     {
-        std::ostringstream echo; // printed when no lock is held: whoever reads standard output may take his time
+        std::string echo; // printed when no lock is held: whoever reads standard output may take his time
         {
             std::lock_guard const file(Library().leFileMutex); // to the end: a save meanwhile would lack what was read
-            std::ifstream text;
+            std::ifstream stream;
             TryForAMoment([&] {
-                text.open(fileName, std::ios::binary);
-                return text.is_open() || errno != EACCES; // refused while another process puts a new file in its place
+                stream.open(fileName, std::ios::binary);
+                return stream.is_open() ||
+                       errno != EACCES; // refused while another process puts a new file in its place
             });
+            auto const text = ReadWhole(stream);
             LeData read;
             ReadLeData(text, read, echo);
             std::lock_guard const lock(Library().leDataMutex);
@@ -32,22 +35,22 @@ namespace vorlink
             }
             store.merge(read);
         }
-        std::cout << echo.view() << std::flush;
+        std::cout << echo << std::flush;
     }
 
     void SaveLeData(std::string const& fileName)
     {
-        std::ostringstream echo;
+        std::string echo;
         {
             std::lock_guard const file(Library().leFileMutex);
-            std::ostringstream text;
+            std::string text;
             {
                 std::lock_guard const lock(Library().leDataMutex);
                 WriteLeData(Library().leDataMap, text, echo);
             }
-            ReplaceFileText(fileName, text.view());
+            ReplaceFileText(fileName, text);
         }
-        std::cout << echo.view() << std::flush;
+        std::cout << echo << std::flush;
     }
 
     bool LeDataHasValue(std::string const& text)

@@ -3,6 +3,7 @@
 #include "pairing/DeviceListing.h"
 #include "pairing/LeStore.h"
 #include "pairing/Log.h"
+#include "pairing/TextLines.h"
 
 #include <windows.h>
 
@@ -57,7 +58,7 @@ namespace vorlink
             if (listing)
             {
                 VORLINK_LOG(503, function, "file exist");
-                ReadListing(listing, std::cout,
+                ReadListing(ReadWhole(listing), std::cout,
                             {[](std::string const& line) {
                                  VORLINK_LOG(514, function, "find instance ID  is: %s", line.c_str());
                              },

@@ -4,6 +4,8 @@
 
 #include <windows.h>
 
+#include <atomic>
+#include <cstdint>
 #include <mutex>
 
 namespace vorlink
@@ -36,8 +38,8 @@ namespace vorlink
         SRWLOCK m_lock{};
     };
 
-    // A condition variable whose every notification ends one wait, and nothing else does: the system's own waits end
-    // by themselves at times. Without a waiter it costs nothing to notify.
+    // A condition variable whose every notification ends one wait, the one that has lasted longest, and nothing else
+    // does: the system's own waits end by themselves at times. Without a waiter it costs nothing to notify.
     class SystemSignal
     {
     public:
@@ -47,28 +49,43 @@ namespace vorlink
 
         void wait(std::unique_lock<SystemLock>& lock) noexcept
         {
-            ++m_waiting;
-            while (m_notified == 0)
+            auto const number = m_begun++;
+            auto const isOver = [&] { return m_ended.load(std::memory_order_relaxed) > number; };
+            // Events of the platform come in bursts: within one, looking is cheaper than to sleep and be woken.
+            lock.unlock();
+            for (int look = 0; look < looks && !isOver(); ++look)
+            {
+                YieldProcessor();
+            }
+            lock.lock();
+            ++m_asleep;
+            while (!isOver())
             {
                 SleepConditionVariableSRW(&m_condition, &lock.mutex()->m_lock, INFINITE, 0);
             }
-            --m_notified;
+            --m_asleep;
         }
 
         // For the holder of the waiters' lock.
         void notify_one() noexcept
         {
-            if (m_waiting > 0)
+            if (m_ended.load(std::memory_order_relaxed) == m_begun)
             {
-                --m_waiting;
-                ++m_notified;
-                WakeConditionVariable(&m_condition);
+                return;
+            }
+            m_ended.fetch_add(1, std::memory_order_relaxed);
+            if (m_asleep > 0)
+            {
+                WakeAllConditionVariable(&m_condition); // one, as a rule; of several, who is meant knows by his number
             }
         }
 
     private:
+        static constexpr int looks = 1000; // some tens of microseconds, as long as a thread takes to wake up
+
         CONDITION_VARIABLE m_condition{};
-        unsigned m_waiting = 0;  // and nobody has notified them
-        unsigned m_notified = 0; // and not yet awake
+        std::uint64_t m_begun = 0;
+        std::atomic<std::uint64_t> m_ended = 0; // written by the lock's holder, read by whoever looks
+        unsigned m_asleep = 0;
     };
 } // namespace vorlink

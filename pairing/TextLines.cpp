@@ -1,17 +1,40 @@
 #include "pairing/TextLines.h"
 
+#include <cstddef>
+
 namespace vorlink
 {
-    bool ReadTextLine(std::istream& text, std::string& line)
+    std::string ReadWhole(std::istream& file)
     {
-        if (!std::getline(text, line))
+        std::string text;
+        file.seekg(0, std::ios::end);
+        if (auto const size = file.tellg(); size > 0)
+        {
+            text.resize(static_cast<std::size_t>(size));
+            file.seekg(0);
+            file.read(text.data(), size);
+            text.resize(static_cast<std::size_t>(file.gcount()));
+        }
+        return text;
+    }
+
+    bool TakeTextLine(std::string_view& rest, std::string_view& line)
+    {
+        if (rest.empty())
         {
             return false;
         }
-        bool const endsInLineFeed = !text.eof();
-        if (endsInLineFeed && line.ends_with('\r'))
+        auto const end = rest.find('\n');
+        line = rest.substr(0, end);
+        if (end == std::string_view::npos)
         {
-            line.pop_back();
+            rest = {};
+            return true;
+        }
+        rest.remove_prefix(end + 1);
+        if (line.ends_with('\r'))
+        {
+            line.remove_suffix(1);
         }
         return true;
     }

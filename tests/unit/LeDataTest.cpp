@@ -3,7 +3,7 @@
 
 #include <gmock/gmock.h>
 
-#include <sstream>
+#include <string>
 #include <utility>
 
 using testing::ElementsAre;
@@ -22,10 +22,9 @@ namespace
 
     Loaded Load(std::string const& text, LeData store = {})
     {
-        std::istringstream stream(text);
-        std::ostringstream echo;
-        vorlink::ReadLeData(stream, store, echo);
-        return {std::move(store), echo.str()};
+        std::string echo;
+        vorlink::ReadLeData(text, store, echo);
+        return {std::move(store), echo};
     }
 } // namespace
 
@@ -89,20 +88,20 @@ TEST(LeDataLines, BlanksAndBytesOutsideAsciiArePartOfTheTexts)
 TEST(LeDataLines, EntriesAreWrittenInTheOrderOfTheirKeysBytes)
 {
     LeData const store = {{"b", "2"}, {"\xc3\xab", "4"}, {"B", "1"}, {"ba", "3"}};
-    std::ostringstream text;
-    std::ostringstream echo;
+    std::string text;
+    std::string echo;
     vorlink::WriteLeData(store, text, echo);
-    EXPECT_EQ(text.str(), "B=1\nb=2\nba=3\n\xc3\xab=4\n");
-    EXPECT_EQ(echo.str(), "B:1\nb:2\nba:3\n\xc3\xab:4\n");
+    EXPECT_EQ(text, "B=1\nb=2\nba=3\n\xc3\xab=4\n");
+    EXPECT_EQ(echo, "B:1\nb:2\nba:3\n\xc3\xab:4\n");
 }
 
 TEST(LeDataLines, WhatIsWrittenLoadsTheSame)
 {
     LeData const store = {{"Tag", "C1D2E3F4A5B6"}, {"Zo\xc3\xab's", "A4C1385E220F"}};
-    std::ostringstream text;
-    std::ostringstream echo;
+    std::string text;
+    std::string echo;
     vorlink::WriteLeData(store, text, echo);
-    EXPECT_EQ(Load(text.str()).store, store);
+    EXPECT_EQ(Load(text).store, store);
 }
 
 TEST(LeDataQuestions, AValueIsKnownByAnyPartOfIt)

@@ -1,13 +1,13 @@
 // The LE data store under several threads.
 #include "pairing/LeStore.h"
 #include "pairing/LibraryState.h"
+#include "pairing/TextLines.h"
 #include "tests/support/CapturedOutput.h"
 
 #include <gmock/gmock.h>
 
 #include <atomic>
 #include <fstream>
-#include <sstream>
 #include <string>
 #include <thread>
 #include <vector>
@@ -77,8 +77,8 @@ TEST(LeStore, ManyThreadsMayUseItsFileAtATime)
     EXPECT_EQ(torn, 0);
     LeData saved;
     std::ifstream file(leDataFile, std::ios::binary);
-    std::ostringstream echo;
-    ReadLeData(file, saved, echo);
+    std::string echo;
+    ReadLeData(ReadWhole(file), saved, echo);
     EXPECT_EQ(saved, Library().leDataMap) << "the last save is of the last state";
     EXPECT_EQ(saved.size(), threads + 1u);
 }
