@@ -1,7 +1,5 @@
 #pragma once
 
-#include "pairing/SystemLock.h"
-
 #include <mutex>
 #include <utility>
 
@@ -25,7 +23,7 @@ namespace vorlink
         }
 
     private:
-        mutable SystemLock m_mutex;
+        mutable std::mutex m_mutex;
         Value m_value{};
     };
 } // namespace vorlink

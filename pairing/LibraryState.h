@@ -45,24 +45,24 @@ namespace vorlink
         bool enumerationCancelled = false;             // cleared by each run; nothing sets it
 
         LeData leDataMap;       // the LE address piece of each paired device, by the device's name
-        SystemLock leDataMutex; // guards leDataMap
-        SystemLock leFileMutex; // held while the store's file is read or written: saves do not overtake each other
+        std::mutex leDataMutex; // guards leDataMap
+        std::mutex leFileMutex; // held while the store's file is read or written: saves do not overtake each other
 
         SystemLock completionMutex; // guards deviceQueue and, but for that, enumerationFinished
         SystemSignal completionSignal;
         // Guards enumerationCancelled and each object's discoveryWatcher, and serialises the starts of runs.
-        SystemLock enumerationMutex;
-        SystemLock currentDeviceMutex; // guards each object's currentDevice, for a copy or a replacement
+        std::mutex enumerationMutex;
+        std::mutex currentDeviceMutex; // guards each object's currentDevice, for a copy or a replacement
 
-        SystemLock IosDeviceListMutex; // held for the removal of an entry, and for nothing else
-        SystemLock iosWalkMutex;       // keeps apart what changes the list, or walks it where no error may come of it
+        std::mutex IosDeviceListMutex; // held for the removal of an entry, and for nothing else
+        std::mutex iosWalkMutex;       // keeps apart what changes the list, or walks it where no error may come of it
 
         // Every endpoint that the phone watcher has seen, in order of arrival. Read and written on several threads
         // at a time: the vector keeps itself sound, but a walk by index may meet an end that has come nearer.
         winrt::Windows::Foundation::Collections::IObservableVector<enumeration::DeviceInformation> IosDeviceList =
             winrt::multi_threaded_observable_vector<enumeration::DeviceInformation>();
 
-        SystemLock iosWatcherMutex; // guards these three, and is held for nothing longer
+        std::mutex iosWatcherMutex; // guards these three, and is held for nothing longer
         PhoneWatch iosWatch = PhoneWatch::Idle;
         bool iosStopLeft = false;                       // a stop that came during a start: the start sees to it
         enumeration::DeviceWatcher IosWatcher{nullptr}; // the phone watcher, unless idle

@@ -18,8 +18,17 @@ namespace vorlink
         SystemLock(SystemLock const&) = delete;
         SystemLock& operator=(SystemLock const&) = delete;
 
+        // Held for moments only, so looking is cheaper than to sleep: not every system's own lock looks first.
         void lock() noexcept
         {
+            for (int look = 0; look < 200; ++look)
+            {
+                if (try_lock())
+                {
+                    return;
+                }
+                YieldProcessor();
+            }
             AcquireSRWLockExclusive(&m_lock);
         }
 
