@@ -44,7 +44,7 @@ namespace vorlink
     void FinishDiscovery()
     {
         auto& library = Library();
-        std::lock_guard const lock(library.completionMutex);
+        std::unique_lock lock(library.completionMutex);
         if (library.enumerationWatcher)
         {
             library.enumerationAdded.revoke();
@@ -55,7 +55,7 @@ namespace vorlink
             library.enumerationWatcher = nullptr;
         }
         library.enumerationFinished = true;
-        library.completionSignal.notify_one();
+        library.completionSignal.notify_one(std::move(lock));
     }
 
     void OnDiscoveryAdded(enumeration::DeviceWatcher const&, enumeration::DeviceInformation const& device)
@@ -65,9 +65,9 @@ namespace vorlink
             return;
         }
         auto& library = Library();
-        std::lock_guard const lock(library.completionMutex);
+        std::unique_lock lock(library.completionMutex);
         library.deviceQueue.push_back(device);
-        library.completionSignal.notify_one();
+        library.completionSignal.notify_one(std::move(lock));
     }
 
     void OnDiscoveryUpdated(enumeration::DeviceWatcher const&, enumeration::DeviceInformationUpdate const& update)
@@ -77,7 +77,7 @@ namespace vorlink
             return;
         }
         auto& library = Library();
-        std::lock_guard const lock(library.completionMutex);
+        std::unique_lock lock(library.completionMutex);
         // Only the next device to be taken is brought up to date, once for each queued device.
         for (std::size_t i = 0; i < library.deviceQueue.size(); ++i)
         {
@@ -87,7 +87,7 @@ namespace vorlink
                 front.Update(update);
             }
         }
-        library.completionSignal.notify_one();
+        library.completionSignal.notify_one(std::move(lock));
     }
 
     void OnDiscoveryCompleted(enumeration::DeviceWatcher const&, winrt::Windows::Foundation::IInspectable const&)

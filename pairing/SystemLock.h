@@ -75,15 +75,17 @@ namespace vorlink
             --m_asleep;
         }
 
-        // For the holder of the waiters' lock.
-        void notify_one() noexcept
+        // Gives the waiters' lock back before it wakes one up, who would only sleep on for it.
+        void notify_one(std::unique_lock<SystemLock> lock) noexcept
         {
             if (m_ended.load(std::memory_order_relaxed) == m_begun)
             {
                 return;
             }
             m_ended.fetch_add(1, std::memory_order_relaxed);
-            if (m_asleep > 0)
+            bool const sleeps = m_asleep > 0;
+            lock.unlock();
+            if (sleeps)
             {
                 WakeAllConditionVariable(&m_condition); // one, as a rule; of several, who is meant knows by his number
             }

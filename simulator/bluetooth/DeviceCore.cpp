@@ -36,6 +36,6 @@ namespace simulator
     Ref<DeviceInformation> InformationOf(Endpoint const& endpoint)
     {
         return Make<DeviceInformation>(endpoint.id, platform::DeviceInformationKind::AssociationEndpoint,
-                                       Show(ShownProperties({}), endpoint.properties));
+                                       Show(*ShownProperties({}), endpoint.properties));
     }
 } // namespace simulator

@@ -39,12 +39,19 @@ namespace simulator
             }
         }
 
+        void Replace(Seen& seen, std::string const& name, Value const& value)
+        {
+            auto properties = std::make_shared<Properties>(*seen.properties);
+            properties->insert_or_assign(name, value);
+            seen.properties = std::move(properties);
+        }
+
         // The device comes at once, and is said not to be there.
         void Remember(WatcherRun& run, Seen& seen, std::string const& id)
         {
             if (run.watching->kind == platform::DeviceInformationKind::AssociationEndpoint)
             {
-                seen.properties[std::string(isPresentProperty)] = false;
+                Replace(seen, std::string(isPresentProperty), false);
             }
             Plan(run, std::chrono::milliseconds(0), Happening{.id = id, .remembered = true});
         }
@@ -62,7 +69,7 @@ namespace simulator
             auto& seen = run.seen
                              .insert({endpoint.id,
                                       {.id = std::move(facet->id),
-                                       .properties = std::move(facet->properties),
+                                       .properties = std::make_shared<Properties>(std::move(facet->properties)),
                                        .paired = paired,
                                        .unfiltered = endpoint.unfiltered}})
                              .first->second;
@@ -108,13 +115,13 @@ namespace simulator
             {
                 return;
             }
-            auto& known = seen.properties[name];
-            if (known == value)
+            auto const known = seen.properties->find(name);
+            if ((known == seen.properties->end() ? Value() : known->second) == value)
             {
                 return;
             }
-            known = value;
-            auto const& shown = run.watching->shown;
+            Replace(seen, name, value);
+            auto const& shown = *run.watching->shown;
             auto const same = [&name](std::string const& one) { return SamePropertyName(one, name); };
             if (auto const as = std::find_if(shown.begin(), shown.end(), same); as != shown.end())
             {
@@ -236,7 +243,7 @@ namespace simulator
         bool const isRemembered = seen.paired && (seen.remembered || choices.pairedOutOfRange);
         bool const there =
             NeedsPairing(run.watching->kind) ? seen.paired : isRemembered || (seen.inRange && !seen.tooLate);
-        seen.reported = there && (seen.unfiltered || run.watching->filter.Matches(seen.properties));
+        seen.reported = there && (seen.unfiltered || run.watching->filter.Matches(*seen.properties));
         parts += seen.reported ? 1 : 0;
         if (completed && choices.silentAfterEnumeration)
         {
@@ -244,15 +251,15 @@ namespace simulator
         }
         if (seen.reported && (!before || happening.again))
         {
-            return {Report::Event::Added, seen.id, seen.properties, late};
+            return {.event = Report::Event::Added, .id = seen.id, .all = seen.properties, .late = late};
         }
         if (before && parts == 0)
         {
-            return {Report::Event::Removed, seen.id, {}, late};
+            return {.event = Report::Event::Removed, .id = seen.id, .late = late};
         }
         if (seen.reported && before && !changed.empty())
         {
-            return {Report::Event::Updated, seen.id, std::move(changed), late};
+            return {.event = Report::Event::Updated, .id = seen.id, .changed = std::move(changed), .late = late};
         }
         return {};
     }

@@ -13,7 +13,7 @@ namespace simulator
     struct Seen
     {
         std::string id; // of the device that it is for a watcher of this kind
-        Properties properties;
+        SharedProperties properties;
         bool paired = false;
         bool inRange = false;
         bool remembered = false; // from before the radio was off

@@ -21,10 +21,11 @@ namespace simulator
             Stopped,
         };
         Event event = Event::None;
-        std::string id{};        // the device's: the endpoint's, where it is one
-        Properties properties{}; // Added: all of them. Updated: those that changed, of those that the watcher shows
-        bool late = false;       // after the enumeration: for those who hear of Added, Updated and Removed
-        bool quiet = false;      // the program does not hear of it
+        std::string id{};       // the device's: the endpoint's, where it is one
+        SharedProperties all{}; // Added
+        Properties changed{};   // Updated: of those that the watcher shows
+        bool late = false;      // after the enumeration: for those who hear of Added, Updated and Removed
+        bool quiet = false;     // the program does not hear of it
     };
 
     // Called on threads of the simulator, with no lock held. Reports of an earlier generation come to nothing.
@@ -33,7 +34,7 @@ namespace simulator
     struct Watching
     {
         Query filter;
-        std::vector<std::string> shown; // the properties that its devices have
+        SharedNames shown; // the properties that its devices have
         platform::DeviceInformationKind kind;
         Listener listener;
 

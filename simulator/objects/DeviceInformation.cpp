@@ -9,7 +9,13 @@
 namespace simulator
 {
     DeviceInformation::DeviceInformation(std::string id, platform::DeviceInformationKind kind, Properties properties)
-        : m_snapshot(std::make_shared<Snapshot>(std::move(id), kind, std::move(properties)))
+        : DeviceInformation(std::move(id), kind, std::make_shared<Properties>(std::move(properties)), nullptr)
+    {
+    }
+
+    DeviceInformation::DeviceInformation(std::string id, platform::DeviceInformationKind kind, SharedProperties all,
+                                         SharedNames shown)
+        : m_snapshot(std::make_shared<Snapshot>(std::move(id), kind, std::move(all), std::move(shown)))
         , m_pairing(Make<Pairing>(m_snapshot))
     {
     }

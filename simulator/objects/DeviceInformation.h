@@ -12,6 +12,9 @@ namespace simulator
     {
     public:
         DeviceInformation(std::string id, platform::DeviceInformationKind kind, Properties properties);
+        // Of those that the endpoint has, the device shows these.
+        DeviceInformation(std::string id, platform::DeviceInformationKind kind, SharedProperties all,
+                          SharedNames shown);
 
         HRESULT STDMETHODCALLTYPE get_Id(HSTRING* value) override;
         HRESULT STDMETHODCALLTYPE get_Name(HSTRING* value) override;

@@ -26,7 +26,7 @@ namespace simulator
                 if (auto found = FindNow(id, kind))
                 {
                     async.Complete(Ref<platform::IDeviceInformation>::Adopt(
-                        Make<DeviceInformation>(found->id, found->kind, Show(shown, found->properties)).Detach()));
+                        Make<DeviceInformation>(found->id, found->kind, Show(*shown, found->properties)).Detach()));
                 }
                 else
                 {

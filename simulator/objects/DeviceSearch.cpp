@@ -31,7 +31,7 @@ namespace simulator
                 if (report.event == Report::Event::Added)
                 {
                     finds.places[report.id] = finds.devices.size();
-                    finds.devices.push_back(std::pair(report.id, Show(shown, report.properties)));
+                    finds.devices.push_back(std::pair(report.id, Show(shown, *report.all)));
                 }
             }
             else if (report.event == Report::Event::Removed)
@@ -41,7 +41,7 @@ namespace simulator
             }
             else if (report.event == Report::Event::Updated)
             {
-                for (auto const& [name, value] : report.properties)
+                for (auto const& [name, value] : report.changed)
                 {
                     finds.devices[known->second]->second.insert_or_assign(name, value);
                 }
@@ -100,7 +100,7 @@ namespace simulator
             }
             else
             {
-                Note(*finds, shown, report);
+                Note(*finds, *shown, report);
             }
         };
         auto const entered = std::make_shared<Entered>(

@@ -25,11 +25,11 @@ namespace simulator
         constexpr std::string_view alwaysFalse = "{A35996AB-11CF-4935-8B61-A6761081ECDF} 13";
     } // namespace
 
-    std::vector<std::string> ShownProperties(std::vector<std::string> const& requested)
+    SharedNames ShownProperties(std::vector<std::string> const& requested)
     {
         std::vector<std::string> shown(std::begin(alwaysShown), std::end(alwaysShown));
         shown.insert(shown.end(), requested.begin(), requested.end());
-        return shown;
+        return std::make_shared<std::vector<std::string>>(std::move(shown));
     }
 
     Properties Show(std::vector<std::string> const& shown, Properties const& all)
@@ -45,10 +45,11 @@ namespace simulator
         return properties;
     }
 
-    Snapshot::Snapshot(std::string id, platform::DeviceInformationKind kind, Properties properties)
+    Snapshot::Snapshot(std::string id, platform::DeviceInformationKind kind, SharedProperties all, SharedNames shown)
         : m_id(std::move(id))
         , m_kind(kind)
-        , m_properties(std::move(properties))
+        , m_all(std::move(all))
+        , m_shown(std::move(shown))
     {
     }
 
@@ -65,31 +66,46 @@ namespace simulator
     Properties Snapshot::All() const
     {
         std::lock_guard const lock(m_mutex);
-        return m_properties;
+        return Shown();
     }
 
     bool Snapshot::IsTrue(std::string_view property, bool otherwise) const
     {
-        std::lock_guard const lock(m_mutex);
-        auto const found = m_properties.find(property);
-        auto const* const flag = found == m_properties.end() ? nullptr : std::get_if<bool>(&found->second);
+        auto const value = Find(property);
+        auto const* const flag = std::get_if<bool>(&value);
         return flag ? *flag : otherwise;
     }
 
     std::string Snapshot::String(std::string_view property) const
     {
-        std::lock_guard const lock(m_mutex);
-        auto const found = m_properties.find(property);
-        auto const* const text = found == m_properties.end() ? nullptr : std::get_if<std::string>(&found->second);
+        auto const value = Find(property);
+        auto const* const text = std::get_if<std::string>(&value);
         return text ? *text : std::string();
     }
 
     void Snapshot::Update(Properties const& changed)
     {
         std::lock_guard const lock(m_mutex);
+        auto own = std::make_shared<Properties>(Shown());
         for (auto const& [name, value] : changed)
         {
-            m_properties.insert_or_assign(name, value);
+            own->insert_or_assign(name, value);
         }
+        m_all = std::move(own);
+        m_shown.reset();
+    }
+
+    Properties Snapshot::Shown() const
+    {
+        return m_shown ? Show(*m_shown, *m_all) : *m_all;
+    }
+
+    Value Snapshot::Find(std::string_view property) const
+    {
+        std::lock_guard const lock(m_mutex);
+        auto const same = [property](std::string const& name) { return SamePropertyName(name, property); };
+        auto const found = m_all->find(property);
+        bool const isShown = found != m_all->end() && (!m_shown || std::ranges::any_of(*m_shown, same));
+        return isShown ? found->second : Value();
     }
 } // namespace simulator

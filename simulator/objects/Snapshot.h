@@ -11,7 +11,7 @@
 namespace simulator
 {
     // The properties that a device object has whether or not they were asked for, then those asked for.
-    std::vector<std::string> ShownProperties(std::vector<std::string> const& requested);
+    SharedNames ShownProperties(std::vector<std::string> const& requested);
 
     // What does not apply to the endpoint is there without a value.
     Properties Show(std::vector<std::string> const& shown, Properties const& all);
@@ -20,7 +20,8 @@ namespace simulator
     class Snapshot
     {
     public:
-        Snapshot(std::string id, platform::DeviceInformationKind kind, Properties properties);
+        // `shown`: which of all; null for each.
+        Snapshot(std::string id, platform::DeviceInformationKind kind, SharedProperties all, SharedNames shown);
 
         std::string const& Id() const noexcept;
         platform::DeviceInformationKind Kind() const noexcept;
@@ -30,9 +31,13 @@ namespace simulator
         void Update(Properties const& changed);
 
     private:
+        Properties Shown() const;
+        Value Find(std::string_view property) const; // null for what it does not show
+
         std::string const m_id;
         platform::DeviceInformationKind const m_kind;
-        mutable std::mutex m_mutex;
-        Properties m_properties;
+        mutable std::mutex m_mutex; // guards the two
+        SharedProperties m_all;     // the platform's own, until an update makes them the device's
+        SharedNames m_shown;
     };
 } // namespace simulator

@@ -48,10 +48,8 @@ namespace simulator
                 source, generation, event, trace, [&] { return Sender(events); }, arguments);
         };
         auto const endpoint = events.name + ", " + report.id;
-        auto const device = [&] {
-            return Make<DeviceInformation>(report.id, events.kind, Show(events.shown, report.properties));
-        };
-        auto const update = [&] { return Make<DeviceUpdate>(report.id, events.kind, report.properties); };
+        auto const device = [&] { return Make<DeviceInformation>(report.id, events.kind, report.all, events.shown); };
+        auto const update = [&] { return Make<DeviceUpdate>(report.id, events.kind, report.changed); };
         auto const nothing = [] { return Ref<::IInspectable>(); };
         switch (report.event)
         {
@@ -61,7 +59,7 @@ namespace simulator
             raise(events.added, "DeviceWatcher.Added", endpoint, device);
             break;
         case Report::Event::Updated:
-            raise(events.updated, "DeviceWatcher.Updated", endpoint + ", " + NamesOf(report.properties), update);
+            raise(events.updated, "DeviceWatcher.Updated", endpoint + ", " + NamesOf(report.changed), update);
             break;
         case Report::Event::Removed:
             raise(events.removed, "DeviceWatcher.Removed", endpoint, update);

@@ -12,8 +12,8 @@ namespace simulator
     {
         std::shared_ptr<Lifetime> object;
         platform::DeviceInformationKind kind;
-        std::vector<std::string> shown; // the properties that its devices have
-        std::string name{};             // "#1"
+        SharedNames shown;  // the properties that its devices have
+        std::string name{}; // "#1"
 
         EventSource<platform::AddedHandler> added{};
         EventSource<platform::UpdateHandler> updated{};

@@ -5,6 +5,7 @@
 #include <compare>
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <optional>
 #include <ratio>
 #include <string>
@@ -62,6 +63,10 @@ namespace simulator
 
     // What it does not hold is null: of the many properties, an endpoint has values for few.
     using Properties = std::map<std::string, Value, PropertyNameLess>;
+
+    // For those who hold them beside each other: never changed, replaced whole.
+    using SharedProperties = std::shared_ptr<Properties const>;
+    using SharedNames = std::shared_ptr<std::vector<std::string> const>;
 
     // Those that decide what a pairing does, and what it changes.
     inline constexpr std::string_view isPairedProperty = "System.Devices.Aep.IsPaired";

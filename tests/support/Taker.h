@@ -50,10 +50,7 @@ namespace test
     {
         auto& library = vorlink::Library();
         std::lock_guard const gate(library.enumerationMutex);
-        {
-            std::lock_guard const lock(library.completionMutex);
-            library.completionSignal.notify_one();
-        }
+        library.completionSignal.notify_one(std::unique_lock(library.completionMutex));
         WaitForTakerAtTheGate();
     }
 

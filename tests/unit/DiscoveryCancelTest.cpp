@@ -33,10 +33,7 @@ TEST(DiscoveryCancel, IsToldToTheWaitingTakerWhenItWakes)
     enumeration::DeviceInformation slot{nullptr};
     auto taker = WaitingTaker(slot);
     Cancel();
-    {
-        std::lock_guard const lock(Library().completionMutex);
-        Library().completionSignal.notify_one();
-    }
+    Library().completionSignal.notify_one(std::unique_lock(Library().completionMutex));
     EXPECT_EQ(Result(taker), 2);
 }
 
@@ -46,10 +43,10 @@ TEST(DiscoveryCancel, IsToldToTheWokenTakerAlsoWhenADeviceIsQueued)
     auto taker = WaitingTaker(slot);
     {
         // Both are there before the taker can look.
-        std::lock_guard const lock(Library().completionMutex);
+        std::unique_lock lock(Library().completionMutex);
         Library().deviceQueue.push_back(nullptr);
         Cancel();
-        Library().completionSignal.notify_one();
+        Library().completionSignal.notify_one(std::move(lock));
     }
     EXPECT_EQ(Result(taker), 2);
     EXPECT_THAT(Library().deviceQueue, SizeIs(1));

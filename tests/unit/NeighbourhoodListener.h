@@ -50,9 +50,9 @@ namespace test
     public:
         explicit Watcher(std::string const& filter = "", std::vector<std::string> shown = {},
                          platform::DeviceInformationKind kind = platform::DeviceInformationKind::AssociationEndpoint)
-            : watching(
-                  new simulator::Watching{simulator::Query::Parse(filter), std::move(shown), kind,
-                                          [this](std::uint64_t, simulator::Report const& report) { Hear(report); }})
+            : watching(new simulator::Watching{
+                  simulator::Query::Parse(filter), std::make_shared<std::vector<std::string>>(std::move(shown)), kind,
+                  [this](std::uint64_t, simulator::Report const& report) { Hear(report); }})
         {
             simulator::Enter(*watching);
         }
@@ -106,7 +106,7 @@ namespace test
             constexpr char const* words[] = {"none", "added ", "updated ", "removed ", "completed", "stopped"};
             std::lock_guard const lock(m_mutex);
             m_told.push_back(words[static_cast<std::size_t>(report.event)] + report.id);
-            m_last = report.properties;
+            m_last = report.all ? *report.all : report.changed;
             m_heard.notify_all();
         }
 
