@@ -2,7 +2,6 @@
 #include "bench/Rows.h"
 #include "bench/Silence.h"
 #include "pairing/DeviceListing.h"
-#include "pairing/TextLines.h"
 
 #include <fstream>
 
@@ -84,7 +83,7 @@ namespace bench
                     auto const time = TimeOf([&] {
                         std::ifstream listing(fileName, std::ios::binary);
                         vorlink::ReadListing(
-                            vorlink::ReadWhole(listing), echo,
+                            listing, echo,
                             {[](std::string const&) {}, [&](std::string const& piece) { found += piece.size(); }});
                     });
                     benchmark::DoNotOptimize(found);

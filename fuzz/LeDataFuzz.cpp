@@ -3,6 +3,7 @@
 #include "pairing/LeData.h"
 
 #include <cstdint>
+#include <sstream>
 #include <string>
 
 namespace
@@ -12,8 +13,9 @@ namespace
     vorlink::LeData Read(std::string const& text)
     {
         vorlink::LeData store;
+        std::istringstream stream(text);
         std::string echo;
-        vorlink::ReadLeData(text, store, echo);
+        vorlink::ReadLeData(stream, store, echo);
         Require(store.empty() == echo.empty());
         return store;
     }

@@ -4,7 +4,6 @@
 
 #include <cstdint>
 #include <sstream>
-#include <string_view>
 
 namespace
 {
@@ -24,7 +23,7 @@ namespace
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size)
 {
-    std::string_view const listing(reinterpret_cast<char const*>(data), size);
+    std::istringstream listing(std::string(reinterpret_cast<char const*>(data), size));
     std::ostringstream echo;
     std::string latest;
     vorlink::ReadListing(listing, echo,

@@ -19,13 +19,6 @@ namespace host
             return {field, static_cast<std::size_t>(std::find(field, field + Size, '\0') - field)};
         }
 
-        bool IsNothingFound(PairReport const& report)
-        {
-            // A name that fills its field runs on into the address text.
-            bool const ranOn = FieldText(report.name).size() == sizeof report.name;
-            return report.paired == 0 && report.address == 0 && (report.addressText[0] == '\0' || ranOn);
-        }
-
         // aa:bb:cc:dd:ee:ff
         std::string WithColons(std::string_view twelveDigits)
         {
@@ -109,6 +102,13 @@ namespace host
             return outcome;
         }
     } // namespace
+
+    bool IsNothingFound(PairReport const& report)
+    {
+        // A name that fills its field runs on into the address text.
+        bool const ranOn = FieldText(report.name).size() == sizeof report.name;
+        return report.paired == 0 && report.address == 0 && (report.addressText[0] == '\0' || ranOn);
+    }
 
     std::string AddressOf(PairReport const& report)
     {

@@ -26,6 +26,9 @@ namespace host
 
     // A name stands for what the user asked for, unless said otherwise; an address has colons.
 
+    // A report of a pairing that has found no device of the name.
+    bool IsNothingFound(PairReport const& report);
+
     Outcome DescribePairing(PairReport const& report, std::string const& asked, std::optional<Match> const& match,
                             std::optional<std::string> const& status);
 

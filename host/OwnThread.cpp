@@ -12,7 +12,7 @@ namespace host
     {
         using Body = std::function<void()>;
 
-        DWORD WINAPI Run(void* argument)
+        DWORD WINAPI Run(void* argument) noexcept
         {
             std::unique_ptr<Body> const body(static_cast<Body*>(argument));
             (*body)();

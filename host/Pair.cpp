@@ -81,7 +81,7 @@ namespace host
         Outcome DescribeReport(Run const& run, PairReport const& report)
         {
             auto& log = run.session.Log();
-            if (report.paired != 0 || report.address != 0)
+            if (!IsNothingFound(report))
             {
                 AwaitRecords(run.session, [&] { return IsLogged(log, report); });
             }
@@ -218,7 +218,7 @@ namespace host
         {
             auto const* const report =
                 awaited.ending == Ending::Answered ? std::get_if<PairReport>(&*awaited.progressed.answer) : nullptr;
-            return report && report->paired == 0 && report->address == 0 && report->addressText[0] == '\0';
+            return report && IsNothingFound(*report);
         }
 
         // The library reports a name a moment before it keeps the device: it may have to be asked again.

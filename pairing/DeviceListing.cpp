@@ -20,30 +20,29 @@ namespace vorlink
         }
     } // namespace
 
-    void ReadListing(std::string_view listing, std::ostream& echo, ListingEvents const& events)
+    void ReadListing(std::istream& listing, std::ostream& echo, ListingEvents const& events)
     {
-        std::string_view description; // of the latest identifier, echoed again behind every later line
-        std::string echoed;           // in one piece: others print too
-        for (std::string_view line; TakeTextLine(listing, line);)
+        std::string description; // of the latest identifier, echoed again behind every later line
+        std::string echoed;      // in one piece: others print too
+        for (std::string line; ReadTextLine(listing, line);)
         {
             if (!line.empty())
             {
-                echo << echoed.assign(line).append(1, '\n').append(description).append(1, '\n');
+                echo << echoed.assign(line).append("\n").append(description).append("\n");
             }
             if (!Contains(line, leInstance))
             {
                 continue;
             }
-            std::string const instance(line);
-            events.instanceFound(instance);
-            if (!TakeTextLine(listing, description))
+            events.instanceFound(line);
+            if (!ReadTextLine(listing, description))
             {
-                description = {}; // the listing ends here: the device goes without one
+                description.clear(); // the listing ends here: the device goes without one
             }
-            echo << echoed.assign(description).append(1, '\n');
+            echo << echoed.assign(description).append("\n");
             if (Contains(description, leDescription))
             {
-                auto const pieces = SplitText(instance, "&");
+                auto const pieces = SplitText(line, "&");
                 if (pieces.size() > addressPiece)
                 {
                     events.addressFound(pieces[addressPiece]);

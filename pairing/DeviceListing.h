@@ -1,9 +1,9 @@
 #pragma once
 
 #include <functional>
+#include <istream>
 #include <ostream>
 #include <string>
-#include <string_view>
 
 namespace vorlink
 {
@@ -17,5 +17,5 @@ namespace vorlink
     // Walks the listing line by line and echoes what it reads. The line behind an instance identifier describes
     // the device; it qualifies by a mark that survives the tool's conversion to the console's code page.
     // The address piece is the fourth one between "&"; an identifier with fewer pieces is passed over.
-    void ReadListing(std::string_view listing, std::ostream& echo, ListingEvents const& events);
+    void ReadListing(std::istream& listing, std::ostream& echo, ListingEvents const& events);
 } // namespace vorlink

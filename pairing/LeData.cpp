@@ -14,10 +14,11 @@ namespace vorlink
         }
     } // namespace
 
-    void ReadLeData(std::string_view text, LeData& store, std::string& echo)
+    void ReadLeData(std::istream& text, LeData& store, std::string& echo)
     {
-        for (std::string_view line; TakeTextLine(text, line);)
+        for (std::string whole; ReadTextLine(text, whole);)
         {
+            std::string_view const line = whole;
             auto const keyEnd = line.find('=');
             if (keyEnd == std::string_view::npos)
             {

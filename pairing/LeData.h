@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <istream>
 #include <map>
 #include <string>
 #include <string_view>
@@ -13,7 +14,7 @@ namespace vorlink
 
     // Adds the entries of a file's text to the store; a key already there keeps its value. A line is split at
     // its first two "=", and skipped unless both pieces are there. Each accepted line is echoed as key:value.
-    void ReadLeData(std::string_view text, LeData& store, std::string& echo);
+    void ReadLeData(std::istream& text, LeData& store, std::string& echo);
 
     // Appends every entry, in the order of the keys, and echoes each as key:value.
     void WriteLeData(LeData const& store, std::string& text, std::string& echo);

@@ -3,7 +3,6 @@
 #include "pairing/FileReplacement.h"
 #include "pairing/LeData.h"
 #include "pairing/LibraryState.h"
-#include "pairing/TextLines.h"
 
 #include <cerrno>
 #include <fstream>
@@ -18,13 +17,11 @@ namespace vorlink
         std::string echo; // printed when no lock is held: whoever reads standard output may take his time
         {
             std::lock_guard const file(Library().leFileMutex); // to the end: a save meanwhile would lack what was read
-            std::ifstream stream;
+            std::ifstream text;
             TryForAMoment([&] {
-                stream.open(fileName, std::ios::binary);
-                return stream.is_open() ||
-                       errno != EACCES; // refused while another process puts a new file in its place
+                text.open(fileName, std::ios::binary);
+                return text.is_open() || errno != EACCES; // refused while another process puts a new file in its place
             });
-            auto const text = ReadWhole(stream);
             LeData read;
             ReadLeData(text, read, echo);
             std::lock_guard const lock(Library().leDataMutex);

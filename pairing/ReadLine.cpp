@@ -3,7 +3,6 @@
 #include "pairing/DeviceListing.h"
 #include "pairing/LeStore.h"
 #include "pairing/Log.h"
-#include "pairing/TextLines.h"
 
 #include <windows.h>
 
@@ -58,7 +57,7 @@ namespace vorlink
             if (listing)
             {
                 VORLINK_LOG(503, function, "file exist");
-                ReadListing(ReadWhole(listing), std::cout,
+                ReadListing(listing, std::cout,
                             {[](std::string const& line) {
                                  VORLINK_LOG(514, function, "find instance ID  is: %s", line.c_str());
                              },

@@ -18,7 +18,7 @@ namespace vorlink
         SystemLock(SystemLock const&) = delete;
         SystemLock& operator=(SystemLock const&) = delete;
 
-        // Held for moments only, so looking is cheaper than to sleep: not every system's own lock looks first.
+        // Held for a moment as a rule: to look a few times is cheaper than to sleep.
         void lock() noexcept
         {
             for (int look = 0; look < 200; ++look)
@@ -75,7 +75,7 @@ namespace vorlink
             --m_asleep;
         }
 
-        // Gives the waiters' lock back before it wakes one up, who would only sleep on for it.
+        // Takes the waiters' lock, and gives it back before it wakes one up, who would only sleep on for it.
         void notify_one(std::unique_lock<SystemLock> lock) noexcept
         {
             if (m_ended.load(std::memory_order_relaxed) == m_begun)
@@ -92,7 +92,7 @@ namespace vorlink
         }
 
     private:
-        static constexpr int looks = 1000; // some tens of microseconds, as long as a thread takes to wake up
+        static constexpr int looks = 1000; // up to some tens of microseconds, as long as a thread takes to wake up
 
         CONDITION_VARIABLE m_condition{};
         std::uint64_t m_begun = 0;

@@ -103,9 +103,7 @@ namespace simulator
     Value Snapshot::Find(std::string_view property) const
     {
         std::lock_guard const lock(m_mutex);
-        auto const same = [property](std::string const& name) { return SamePropertyName(name, property); };
         auto const found = m_all->find(property);
-        bool const isShown = found != m_all->end() && (!m_shown || std::ranges::any_of(*m_shown, same));
-        return isShown ? found->second : Value();
+        return found == m_all->end() ? Value() : found->second;
     }
 } // namespace simulator

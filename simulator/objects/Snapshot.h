@@ -26,7 +26,8 @@ namespace simulator
         std::string const& Id() const noexcept;
         platform::DeviceInformationKind Kind() const noexcept;
         Properties All() const;
-        bool IsTrue(std::string_view property, bool otherwise = false) const; // where it is null
+        // Of those that every device object shows. `otherwise`: where it is null.
+        bool IsTrue(std::string_view property, bool otherwise = false) const;
         std::string String(std::string_view property) const;
         void Update(Properties const& changed);
 

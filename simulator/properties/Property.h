@@ -64,7 +64,7 @@ namespace simulator
     // What it does not hold is null: of the many properties, an endpoint has values for few.
     using Properties = std::map<std::string, Value, PropertyNameLess>;
 
-    // For those who hold them beside each other: never changed, replaced whole.
+    // Never changed, replaced whole.
     using SharedProperties = std::shared_ptr<Properties const>;
     using SharedNames = std::shared_ptr<std::vector<std::string> const>;
 

@@ -77,7 +77,7 @@ TEST(PairPhone, ALaterPairingByNameTakesOverTheReport)
     auto const lookup = std::async(std::launch::async, [] { // waits for an enumeration that the test completes
         MakeVorlink()->PairedDevice("Nobody", OtherHost::Callback);
     });
-    ASSERT_TRUE(WaitForCall("! DeviceWatcher.Added(#2, "));
+    EXPECT_TRUE(WaitForCall("! DeviceWatcher.Added(#2, "));
     SimulateEnumerationCompletes();
     ASSERT_TRUE(OtherHost::WaitFor(1));
     ASSERT_TRUE(SimulatePairingCompletes(idA.c_str(), 0)) << SimulatorLastError();

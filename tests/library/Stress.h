@@ -95,8 +95,40 @@ namespace test
             TerminateProcess(GetCurrentProcess(), diedCode);
         }
 
+        static void Tell(char const* what, DWORD64 address)
+        {
+            Line line{};
+            MEMORY_BASIC_INFORMATION about{};
+            VirtualQuery(reinterpret_cast<void const*>(address), &about, sizeof about);
+            constexpr DWORD executable = PAGE_EXECUTE | PAGE_EXECUTE_READ | PAGE_EXECUTE_READWRITE;
+            if (about.Type != MEM_IMAGE || (about.Protect & executable) == 0)
+            {
+                return;
+            }
+            auto const base = reinterpret_cast<DWORD64>(about.AllocationBase);
+            int const length =
+                std::snprintf(line.data(), line.size(), "%s 0x%llx + 0x%llx\n", what, base, address - base);
+            DWORD written = 0;
+            WriteFile(GetStdHandle(STD_ERROR_HANDLE), line.data(), static_cast<DWORD>(length), &written, nullptr);
+        }
+
+        // For whoever has the images' symbols: what is on the stack of the code that was at it.
+        static void TellPlace(CONTEXT const& context)
+        {
+            constexpr int depth = 400;
+            Tell("at", context.Rip);
+            auto const* const stack = reinterpret_cast<DWORD64 const*>(context.Rsp);
+            auto const* const top =
+                reinterpret_cast<DWORD64 const*>(reinterpret_cast<NT_TIB*>(NtCurrentTeb())->StackBase);
+            for (auto const* word = stack; word < top && word < stack + depth; ++word)
+            {
+                Tell("under", *word);
+            }
+        }
+
         static LONG WINAPI DieOfException(EXCEPTION_POINTERS* exception)
         {
+            TellPlace(*exception->ContextRecord);
             Die("exception", exception->ExceptionRecord->ExceptionCode);
             return EXCEPTION_CONTINUE_SEARCH;
         }

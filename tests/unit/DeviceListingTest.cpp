@@ -24,8 +24,9 @@ namespace
     Reading Read(std::string const& listing)
     {
         Reading reading;
+        std::istringstream stream(listing);
         std::ostringstream echo;
-        vorlink::ReadListing(listing, echo,
+        vorlink::ReadListing(stream, echo,
                              {[&](std::string const& line) { reading.events.push_back("instance " + line); },
                               [&](std::string const& piece) { reading.events.push_back("address " + piece); }});
         reading.echo = echo.str();

@@ -105,5 +105,19 @@ TEST_P(DiscoveryEvent, WakesOneTakerAlone)
     EXPECT_EQ(Result(other), 2);
 }
 
+TEST(DiscoveryTakers, AreWokenInTheOrderOfTheirWaits)
+{
+    auto& library = Library();
+    enumeration::DeviceInformation slots[3]{nullptr, nullptr, nullptr};
+    std::future<int> takers[] = {WaitingTaker(slots[0]), WaitingTaker(slots[1]), WaitingTaker(slots[2])};
+    EXPECT_FALSE(IsReady(takers[2], moment)); // and meanwhile all have gone to sleep
+    for (auto& taker : takers)
+    {
+        EXPECT_FALSE(IsReady(taker, moment));
+        library.completionSignal.notify_one(std::unique_lock(library.completionMutex));
+        EXPECT_EQ(Result(taker), 0);
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(All, DiscoveryEvent, testing::ValuesIn(events),
                          [](auto const& test) { return std::string(test.param.name); });

@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 
+#include <sstream>
 #include <string>
 #include <utility>
 
@@ -22,8 +23,9 @@ namespace
 
     Loaded Load(std::string const& text, LeData store = {})
     {
+        std::istringstream stream(text);
         std::string echo;
-        vorlink::ReadLeData(text, store, echo);
+        vorlink::ReadLeData(stream, store, echo);
         return {std::move(store), echo};
     }
 } // namespace
