@@ -28,7 +28,11 @@ namespace vorlink
         {
             if (!line.empty())
             {
-                echo << echoed.assign(line).append("\n").append(description).append("\n");
+                echoed = line;
+                echoed += '\n';
+                echoed += description;
+                echoed += '\n';
+                echo << echoed;
             }
             if (!Contains(line, leInstance))
             {
