@@ -9,8 +9,8 @@ ROW = 18
 LEFT = 270
 WIDTH = 900
 RIGHT = 120
-FLOOR, CEILING = 0.25, 32.0
-TICKS = (0.25, 0.5, 1, 2, 4, 8, 16, 32)
+FLOOR, CEILING = 0.25, 64.0
+TICKS = (0.25, 0.5, 1, 2, 4, 8, 16, 32, 64)
 
 STYLE = """
   text { font: 12px sans-serif; fill: #222 }
