@@ -25,6 +25,7 @@ namespace simulator
             }
             return PlainList(names);
         }
+
         // The platform reports what comes after the enumeration to programs that have asked for all that may come.
         bool IsWanted(WatcherEvents& events, Report const& report)
         {
