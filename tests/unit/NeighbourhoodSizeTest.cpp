@@ -44,10 +44,9 @@ namespace
     Effort Watch(int count, Happening happening, std::string const& keys)
     {
         auto const ids = LiveAmong(count, keys);
-        auto const watching = std::make_shared<Watching>(Watching{Query::Parse(""),
-                                                                  {},
-                                                                  platform::DeviceInformationKind::AssociationEndpoint,
-                                                                  [](std::uint64_t, Report const&) {}});
+        auto const watching = std::make_shared<Watching>(
+            Watching{Query::Parse(""), std::make_shared<std::vector<std::string>>(),
+                     platform::DeviceInformationKind::AssociationEndpoint, [](std::uint64_t, Report const&) {}});
         Enter(*watching);
         auto const begun = ProcessorTime();
         EXPECT_EQ(Start(watching), WatchAnswer::Done);
