@@ -33,7 +33,7 @@ namespace simulator
 
     private:
         Properties Shown() const;
-        Value Find(std::string_view property) const; // null for what it does not show
+        Value Find(std::string_view property) const; // null for what there is none of
 
         std::string const m_id;
         platform::DeviceInformationKind const m_kind;
